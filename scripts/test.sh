@@ -1,0 +1,51 @@
+#!/usr/bin/env bash
+# Builds and runs the whole suite twice (plain, then under ASan+UBSan), then,
+# when clang is present, runs each fuzz target for a few seconds.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash scripts/setup.sh
+
+jobs=$(nproc)
+fuzz_seconds=${KVXML_FUZZ_SECONDS:-3}
+passed=0
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+
+run_suite() {  # build-dir, cmake options...
+  local dir=$1; shift
+  cmake -S . -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "$@" >/dev/null
+  cmake --build "$dir" -j"$jobs"
+  ctest --test-dir "$dir" --output-on-failure -j"$jobs" | tee "$log"
+  local n
+  n=$(sed -n 's/.*tests passed, 0 tests failed out of \([0-9]*\).*/\1/p' "$log" | tail -n 1)
+  passed=$((passed + ${n:-0}))
+}
+
+echo "== plain build =="
+run_suite build/test
+echo "== AddressSanitizer + UndefinedBehaviorSanitizer =="
+export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+run_suite build/sanitize -DKVXML_SANITIZE=ON -DKVXML_BUILD_EXAMPLES=OFF
+
+if command -v clang++ >/dev/null && [[ "$fuzz_seconds" -gt 0 ]]; then
+  echo "== fuzzing, ${fuzz_seconds}s a target =="
+  cmake -S . -B build/fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \
+    -DKVXML_FUZZ_LIBFUZZER=ON -DKVXML_SANITIZE=ON -DKVXML_BUILD_TESTS=OFF \
+    -DKVXML_BUILD_EXAMPLES=OFF -DKVXML_INSTALL=OFF >/dev/null
+  cmake --build build/fuzz -j"$jobs"
+  for fuzzer in build/fuzz/fuzz/*_fuzzer; do
+    name=$(basename "$fuzzer" _fuzzer)
+    work=build/fuzz/corpus-work/$name
+    mkdir -p "$work"
+    if ! "$fuzzer" -max_total_time="$fuzz_seconds" -print_final_stats=0 "$work" "fuzz/corpus/$name" \
+         >"$log" 2>&1; then
+      tail -n 60 "$log"
+      echo "fuzz target $name failed"
+      exit 1
+    fi
+    echo "fuzz target $name: clean"
+    passed=$((passed + 1))
+  done
+fi
+
+echo "all: ${passed} passed, 0 failed"
