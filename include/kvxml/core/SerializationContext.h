@@ -1,0 +1,90 @@
+// SerializationContext.h - the options every serialisation call carries.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "kvxml/core/NamespaceAliasMap.h"
+#include "kvxml/foundation/Export.h"
+
+namespace KvXmlLib10 {
+
+/// How documents are parsed: 0 (the default) and 1 are namespace aware;
+/// 2 parses without namespace processing and matches names without them.
+enum SchemaType {
+    SchemaType_Default = 0,
+    SchemaType_Namespaces = 1,
+    SchemaType_NoNamespaces = 2
+};
+
+/// A plain value: build one, set options, pass it by const reference.
+/// Not locked; the global default is meant to be configured once, before
+/// concurrent use.
+class KVXML_API CXmlSerializationContext {
+public:
+    CXmlSerializationContext();
+    CXmlSerializationContext(const CXmlSerializationContext& other);
+    CXmlSerializationContext& operator=(const CXmlSerializationContext& other);
+    virtual ~CXmlSerializationContext();
+
+    /// The context every entry point uses when none is passed.
+    static CXmlSerializationContext m_defaultContext;
+
+    bool GetWriteTypeAttribute() const { return m_writeTypeAttribute; }
+    void SetWriteTypeAttribute(bool value) { m_writeTypeAttribute = value; }
+    bool GetIgnoreUnknownAttributes() const { return m_ignoreUnknownAttributes; }
+    void SetIgnoreUnknownAttributes(bool value) { m_ignoreUnknownAttributes = value; }
+    bool GetIgnoreUnknownElements() const { return m_ignoreUnknownElements; }
+    /// Throws CKvInvalidStateException when turning it on while
+    /// IgnoreMissingMandatoryElements is on; the flag is then unchanged.
+    void SetIgnoreUnknownElements(bool value);
+    bool GetIgnoreMissingMandatoryElements() const { return m_ignoreMissingMandatoryElements; }
+    /// Throws CKvInvalidStateException when turning it on while
+    /// IgnoreUnknownElements is on; the flag is then unchanged.
+    void SetIgnoreMissingMandatoryElements(bool value);
+    bool GetIgnoreMissingChoice() const { return m_ignoreMissingChoice; }
+    void SetIgnoreMissingChoice(bool value) { m_ignoreMissingChoice = value; }
+    bool GetIgnoreInvalidCollectionCounts() const { return m_ignoreInvalidCollectionCounts; }
+    void SetIgnoreInvalidCollectionCounts(bool value) { m_ignoreInvalidCollectionCounts = value; }
+    /// Also true whenever the schema type is SchemaType_NoNamespaces.
+    bool GetIgnoreNamespaces() const;
+    void SetIgnoreNamespaces(bool value) { m_ignoreNamespaces = value; }
+    bool GetNoOptionalAttributeDefaultOutput() const { return m_noOptionalAttributeDefaultOutput; }
+    void SetNoOptionalAttributeDefaultOutput(bool value) { m_noOptionalAttributeDefaultOutput = value; }
+    bool GetStripCDATA() const { return m_stripCDATA; }
+    void SetStripCDATA(bool value) { m_stripCDATA = value; }
+    SchemaType GetSchemaType() const { return m_schemaType; }
+    void SetSchemaType(SchemaType value) { m_schemaType = value; }
+
+    /// Schema text written inside the root element.
+    std::string GetInLineSchema() const { return m_inLineSchema; }
+    void SetInLineSchema(const char* schema);
+    /// Declared as the root element's default namespace when not empty.
+    std::string GetDefaultNamespaceURI() const { return m_defaultNamespaceURI; }
+    void SetDefaultNamespaceURI(const char* uri);
+
+    /// Prefixes declared on the root element, in namespace order.
+    CNamespaceAliasMap& GetNamespaceAliases() { return m_namespaceAliases; }
+    const CNamespaceAliasMap& GetNamespaceAliases() const { return m_namespaceAliases; }
+    /// Processing instructions ("<?...?>" each) written before the root.
+    std::vector<std::string>& GetProcessingInstructions() { return m_processingInstructions; }
+    const std::vector<std::string>& GetProcessingInstructions() const { return m_processingInstructions; }
+
+private:
+    bool m_writeTypeAttribute = true;
+    bool m_ignoreUnknownAttributes = false;
+    bool m_ignoreUnknownElements = false;
+    bool m_ignoreMissingMandatoryElements = false;
+    bool m_ignoreMissingChoice = false;
+    bool m_ignoreInvalidCollectionCounts = false;
+    bool m_ignoreNamespaces = false;
+    bool m_noOptionalAttributeDefaultOutput = false;
+    bool m_stripCDATA = true;
+    SchemaType m_schemaType = SchemaType_Default;
+    std::string m_inLineSchema;
+    std::string m_defaultNamespaceURI;
+    CNamespaceAliasMap m_namespaceAliases;
+    std::vector<std::string> m_processingInstructions;
+};
+
+}  // namespace KvXmlLib10

@@ -1,0 +1,111 @@
+// XmlObjectBase.h - root of every bindable object and its public entry points.
+//
+// A bindable object is reference counted (it starts at 0 and deletes itself
+// when the count returns to 0) and knows its element name. The entry points
+// only build writers and streams; the walk itself is the subclass's
+// ToXml_Int / FromXml_Int.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "kvxml/core/EventSink.h"
+#include "kvxml/core/SerializationContext.h"
+#include "kvxml/foundation/CriticalSection.h"
+#include "kvxml/foundation/Export.h"
+#include "kvxml/output/OutputEnums.h"
+#include "kvxml/values/BinaryData.h"
+
+namespace KvXmlLib10 {
+
+class CXmlWriter;
+class CXmlElement;
+class CTextStream;
+
+/// When on, ToXmlFile without compression writes into the file while it
+/// serialises instead of building the document in memory first. Off at start.
+KVXML_API void AsyncToXmlFile(bool on);
+/// Read by the document loader. Off at start.
+KVXML_API void AsyncFromXmlFile(bool on);
+
+class KVXML_API CXmlObjectBase : public IEventSink {
+public:
+    CXmlObjectBase();
+    /// A copy has its own lock and starts unreferenced.
+    CXmlObjectBase(const CXmlObjectBase& other);
+    CXmlObjectBase& operator=(const CXmlObjectBase& other);
+
+    /// Collections notify their listeners here; the base ignores it.
+    void OnEvent(CXmlObjectBase* source, MsgType type, void* data) override;
+
+    /// The object that represents this one (a wrapper returns what it wraps).
+    virtual CXmlObjectBase* GetBase() = 0;
+    const CXmlObjectBase* GetBase() const;
+
+    /// Writes the document to a file. Compression_Zlib is refused before any
+    /// file is touched; on the in-memory path nothing is created on failure.
+    virtual void ToXmlFile(const char* fileName, bool includeDocHeader = true, bool formatted = true,
+                           XmlEncoding encoding = Encoding_UTF8, EOLType eol = EOL_LF,
+                           const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext,
+                           CompressionType compression = Compression_None) const;
+    /// The document as text in the local code page.
+    virtual std::string ToXml(bool includeDocHeader = true, bool formatted = true, EOLType eol = EOL_LF,
+                              const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext) const;
+    /// The document as encoded bytes, optionally gzip- or zlib-compressed.
+    virtual CBinaryData ToXmlStream(bool includeDocHeader = true, bool formatted = true,
+                                    XmlEncoding encoding = Encoding_UTF8, EOLType eol = EOL_LF,
+                                    const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext,
+                                    CompressionType compression = Compression_None) const;
+
+    virtual ~CXmlObjectBase();
+
+    /// The namespace in which this object's element is written.
+    virtual std::string GetTargetNamespace() const = 0;
+    /// The namespace of the object's type.
+    virtual std::string GetNamespace() const = 0;
+
+    int32_t AddRef();
+    /// Deletes the object when the count reaches 0; returns the new count.
+    int32_t Release();
+
+    std::string GetElementName() const;
+    void SetElementName(const char* name);
+
+    // Let one object call the protected walk of another.
+    static void ToXml_Int(const CXmlObjectBase* object, CXmlWriter* writer, bool isRoot,
+                          const char* targetNamespace, const CXmlSerializationContext& context, bool flag);
+    static CXmlElement* FromXml_Int(CXmlObjectBase* object, CXmlElement* element, CXmlElement* firstChild,
+                                    const CXmlSerializationContext& context);
+    static void AttributesToXml_Int(const CXmlObjectBase* object, CXmlWriter* writer,
+                                    const CXmlSerializationContext& context);
+
+    /// Returns value; throws CKvInvalidParamException when it is null.
+    static CXmlObjectBase* Throw_IfPropertyIsNull(CXmlObjectBase* value, const char* propertyName);
+    /// Throws CKvInvalidParamException when value's element name is not requiredName.
+    static void Throw_IfElementNameDiffers(CXmlObjectBase* value, const char* requiredName);
+
+    // Choice bookkeeping: `selected` names the member currently set ("" for
+    // none). Each throws CKvInvalidStateException when another member is set.
+    static void Choice_SelectElement(const char* name, CXmlObjectBase* value, std::string& selected);
+    static void Choice_CollectionChanged(const char* name, int32_t count, std::string& selected);
+    static void Choice_SetElementValid(bool valid, const char* name, std::string& selected);
+
+protected:
+    /// Writes the object's attributes; the base writes none.
+    virtual void AttributesToXml_Int(CXmlWriter* writer, const CXmlSerializationContext& context) const;
+    virtual void ToXml_Int(CXmlWriter* writer, bool isRoot, const char* targetNamespace,
+                           const CXmlSerializationContext& context, bool flag) const = 0;
+    /// Fills the object from `element`; returns the first child it did not consume.
+    virtual CXmlElement* FromXml_Int(CXmlElement* element, CXmlElement* firstChild,
+                                     const CXmlSerializationContext& context, bool flag) = 0;
+
+private:
+    void WriteDocument(CTextStream& stream, bool includeDocHeader, bool formatted, EOLType eol,
+                       const CXmlSerializationContext& context) const;
+
+    std::string m_elementName;
+    CKVCriticalSection m_lock;
+    int32_t m_refCount;
+};
+
+}  // namespace KvXmlLib10

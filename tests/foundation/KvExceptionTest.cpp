@@ -1,0 +1,116 @@
+// Tests for the exception family: chains, copies, clones and dynamic types.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <typeinfo>
+
+#include "kvxml/foundation/KvException.h"
+
+using namespace KvXmlLib10;
+
+TEST(KvExceptionChain, FullMessageReadsOutermostFirstOneLinePerLevel) {
+    CKvInvalidValueException root("The value [x] can not be converted to a i4");
+    CKvValidationException middle("Failed to read element [b]", root);
+    CKvException outer("Failed to read element [a]", middle);
+
+    EXPECT_EQ(outer.GetMessage(), "Failed to read element [a]");
+    EXPECT_EQ(outer.GetFullMessage(),
+              "Failed to read element [a]\nFailed to read element [b]\n"
+              "The value [x] can not be converted to a i4");
+    ASSERT_NE(outer.GetInnerException(), nullptr);
+    ASSERT_NE(outer.GetInnerException()->GetInnerException(), nullptr);
+    EXPECT_EQ(outer.GetInnerException()->GetInnerException()->GetInnerException(), nullptr);
+    // The inner levels keep their dynamic types through the clones.
+    EXPECT_EQ(typeid(*outer.GetInnerException()), typeid(CKvValidationException));
+    EXPECT_EQ(typeid(*outer.GetInnerException()->GetInnerException()), typeid(CKvInvalidValueException));
+}
+
+TEST(KvExceptionChain, WrappingClonesTheInnerSoTheCallerKeepsItsOwn) {
+    auto inner = std::make_unique<CKvException>("inner");
+    CKvException outer("outer", *inner);
+    EXPECT_NE(outer.GetInnerException(), inner.get());
+    inner.reset();
+    EXPECT_EQ(outer.GetFullMessage(), "outer\ninner");
+}
+
+TEST(KvExceptionConstruction, DefaultIsEmptyWithoutInner) {
+    CKvOverFlowException empty;
+    EXPECT_EQ(empty.GetMessage(), "");
+    EXPECT_EQ(empty.GetFullMessage(), "");
+    EXPECT_EQ(empty.GetInnerException(), nullptr);
+}
+
+TEST(KvExceptionConstruction, FromAnotherExceptionTakesItsOwnClass) {
+    CKvException plain("plain", CKvException("cause"));
+    CKvInvalidParamException converted(plain);
+    EXPECT_EQ(converted.GetFullMessage(), "plain\ncause");
+    CKvException* clone = converted.Clone();
+    EXPECT_EQ(typeid(*clone), typeid(CKvInvalidParamException));
+    delete clone;
+}
+
+TEST(KvExceptionCopy, CopiesOwnAnIndependentInnerChain) {
+    auto first = std::make_unique<CKvValidationException>("a", CKvException("b", CKvException("c")));
+    CKvValidationException copy(*first);
+    EXPECT_NE(copy.GetInnerException(), first->GetInnerException());
+
+    CKvValidationException assigned;
+    assigned = *first;
+    EXPECT_NE(assigned.GetInnerException(), first->GetInnerException());
+
+    first.reset();
+    EXPECT_EQ(copy.GetFullMessage(), "a\nb\nc");
+    EXPECT_EQ(assigned.GetFullMessage(), "a\nb\nc");
+
+    // Assigning an exception without inner drops the old chain.
+    assigned = CKvValidationException("alone");
+    EXPECT_EQ(assigned.GetInnerException(), nullptr);
+    EXPECT_EQ(assigned.GetFullMessage(), "alone");
+}
+
+TEST(KvExceptionCopy, SelfAndChainAssignmentAreSafe) {
+    CKvException e("outer", CKvException("inner"));
+    CKvException& alias = e;
+    e = alias;
+    EXPECT_EQ(e.GetFullMessage(), "outer\ninner");
+    // Assigning from one's own inner exception must not read freed memory.
+    e = *e.GetInnerException();
+    EXPECT_EQ(e.GetFullMessage(), "inner");
+}
+
+TEST(KvExceptionClone, KeepsTheDynamicTypeThroughABaseReference) {
+    CKvInvalidNamespaceException original("Namespace [urn:x] is not allowed", CKvException("why"));
+    const CKvException& asBase = original;
+    std::unique_ptr<CKvException> clone(asBase.Clone());
+    EXPECT_EQ(typeid(*clone), typeid(CKvInvalidNamespaceException));
+    EXPECT_NE(dynamic_cast<CKvValidationException*>(clone.get()), nullptr);
+    EXPECT_EQ(clone->GetFullMessage(), "Namespace [urn:x] is not allowed\nwhy");
+
+    bool caughtAsValidation = false;
+    try {
+        throw *static_cast<CKvInvalidNamespaceException*>(clone.get());
+    } catch (const CKvValidationException& e) {
+        caughtAsValidation = true;
+        EXPECT_EQ(e.GetMessage(), "Namespace [urn:x] is not allowed");
+    }
+    EXPECT_TRUE(caughtAsValidation);
+}
+
+TEST(KvExceptionHierarchy, EachClassIsCaughtByItsBases) {
+    EXPECT_THROW(throw CKvInvalidValueException("v"), CKvValidationException);
+    EXPECT_THROW(throw CKvInvalidNamespaceException("n"), CKvValidationException);
+    EXPECT_THROW(throw CKvInvalidParamException("p"), CKvException);
+    EXPECT_THROW(throw CKvInvalidStateException("s"), CKvException);
+    EXPECT_THROW(throw CKvOverFlowException("o"), CKvException);
+    // Siblings do not catch each other.
+    bool wrongCatch = false;
+    try {
+        try {
+            throw CKvInvalidParamException("p");
+        } catch (const CKvValidationException&) {
+            wrongCatch = true;
+        }
+    } catch (const CKvException&) {
+    }
+    EXPECT_FALSE(wrongCatch);
+}

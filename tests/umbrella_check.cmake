@@ -1,0 +1,13 @@
+# Fails when a public header is missing from the umbrella header kvxml.h.
+file(READ ${INCLUDE_DIR}/kvxml/kvxml.h umbrella)
+file(GLOB_RECURSE headers RELATIVE ${INCLUDE_DIR} ${INCLUDE_DIR}/kvxml/*/*.h)
+set(missing)
+foreach(header IN LISTS headers)
+  string(FIND "${umbrella}" "#include \"${header}\"" at)
+  if(at EQUAL -1)
+    list(APPEND missing ${header})
+  endif()
+endforeach()
+if(missing)
+  message(FATAL_ERROR "kvxml.h does not include: ${missing}")
+endif()
