@@ -1,6 +1,8 @@
 // EventSink.h - the listener interface collections notify about changes.
 #pragma once
 
+#include <cstdint>
+
 #include "kvxml/foundation/Export.h"
 
 namespace KvXmlLib10 {
@@ -9,7 +11,7 @@ class CXmlObjectBase;
 
 class KVXML_API IEventSink {
 public:
-    enum MsgType {
+    enum MsgType : int32_t {
         CollectionChanged = 0,  ///< after any add or remove; data is null
         ItemAdding = 1,         ///< data is the item
         ItemAdded = 2,          ///< data is the item

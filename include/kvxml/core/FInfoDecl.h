@@ -1,9 +1,11 @@
 // FInfoDecl.h - which XML declaration, if any, precedes Fast Infoset bytes.
 #pragma once
 
+#include <cstdint>
+
 namespace KvXmlLib10 {
 
-enum FInfoDecl {
+enum FInfoDecl : int32_t {
     FInfoDecl_None = 0,
     FInfoDecl_Finf = 1,                   // <?xml encoding='finf'?>
     FInfoDecl_Finf_StandaloneYes = 2,     // <?xml encoding='finf' standalone='yes'?>

@@ -1,6 +1,7 @@
 // SerializationContext.h - the options every serialisation call carries.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -11,7 +12,7 @@ namespace KvXmlLib10 {
 
 /// How documents are parsed: 0 (the default) and 1 are namespace aware;
 /// 2 parses without namespace processing and matches names without them.
-enum SchemaType {
+enum SchemaType : int32_t {
     SchemaType_Default = 0,
     SchemaType_Namespaces = 1,
     SchemaType_NoNamespaces = 2

@@ -4,9 +4,11 @@
 // tables pass these numbers, so they never change.
 #pragma once
 
+#include <cstdint>
+
 namespace KvXmlLib10 {
 
-enum ItemType {
+enum ItemType : int32_t {
     Invalid = 0,
     hexBinary = 1,
     base64Binary = 2,
