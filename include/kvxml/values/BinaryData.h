@@ -12,13 +12,17 @@ namespace KvXmlLib10 {
 /// A byte value. Copies are O(1): they share one reference-counted holder,
 /// and the first change through a copy makes it a private copy first.
 /// Arrays handed over with adopt=true must come from new[]; the value
-/// frees them with delete[].
+/// frees them with delete[]. Lengths are limited to 32 bits: a change that
+/// would pass 4294967295 bytes throws CKvException instead of wrapping.
+/// Copies may live on different threads; one object is not for two threads.
 class KVXML_API CBinaryData {
 public:
     /// The buffer shared by all copies of one value; its count and the
     /// copy-on-write decision run under its own lock.
     class KVXML_API CDataHolder {
     public:
+        /// adopt: take the new[] array as it is. Otherwise copy it into a
+        /// buffer of max(2 * length, 8192) bytes (data is only read).
         CDataHolder(unsigned char* data, uint32_t length, bool adopt);
         ~CDataHolder();
         CDataHolder(const CDataHolder&) = delete;
@@ -45,8 +49,12 @@ public:
     };
 
     CBinaryData();
+    /// Shares other's buffer (O(1)).
     CBinaryData(const CBinaryData& other);
+    /// With adopt the value owns data (new[]) from now on, even if this throws;
+    /// without, the bytes are copied.
     CBinaryData(unsigned char* data, uint32_t length, bool adopt);
+    /// The bytes of a NUL-terminated string, without the NUL; null is empty.
     explicit CBinaryData(const char* text);
     virtual ~CBinaryData();
 
@@ -62,6 +70,7 @@ public:
     unsigned char& operator[](uint32_t index);
     unsigned char operator[](uint32_t index) const;
 
+    /// Appending makes the buffer private first; data may point into it.
     void Append(const unsigned char* data, uint32_t length);
     void Append(const CBinaryData& other);
     void Append(const char* text);
@@ -70,18 +79,21 @@ public:
     void Append(unsigned char c);
     void SetBuffer(const unsigned char* data, uint32_t length);
     void SetBuffer(const char* text);
-    /// Both leave the value empty; its holder is released.
+    /// Both leave the value empty and release the holder; ReleaseData throws
+    /// on an inconsistent reference count, Clear ignores it.
     void Clear();
     void ReleaseData();
 
     /// Invalid base64 text leaves the value empty; it is not an error.
     void SetAsBase64(const char* text);
     std::string GetAsBase64() const;
-    /// Throws CKvException on odd length or a non-hex character.
+    /// Throws CKvException on odd length or a non-hex character (whitespace
+    /// included) and then leaves the value as it was.
     void SetAsHexString(const char* text);
     std::string GetAsHexString() const;
     static std::string GetAsHexString(const unsigned char* data, uint32_t length);
-    /// Decodes hex text into a new[] array stored in *out; returns its length.
+    /// Decodes hex text into a new[] array stored in *out (null when the
+    /// text is empty); returns its length. Throws like SetAsHexString.
     static uint32_t ConvertToHexData(const char* text, unsigned char** out);
 
 private:

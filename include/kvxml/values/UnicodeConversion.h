@@ -31,7 +31,9 @@ KVXML_API bool IsLegalUTF8(const unsigned char* source, int length);
 /// The sequence starting at `source` fits before `sourceEnd` and is well formed.
 KVXML_API bool IsLegalUTF8Sequence(const unsigned char* source, const unsigned char* sourceEnd);
 
-// Wrappers; lengths are in units of their own type (the UTF-16 side is bytes).
+// Wrappers; lengths and results are in units of their own type. The UTF-16
+// side is a byte array in machine byte order, so its sizes and
+// UnicodeToUTF16's result count bytes; an odd UTF-16 byte count gives 0.
 KVXML_API int UnicodeToUTF8(const wchar_t* source, uint32_t length, unsigned char* target,
                             uint32_t targetSize);
 KVXML_API int UTF8ToUnicode(const unsigned char* source, uint32_t length, wchar_t* target,
