@@ -1,0 +1,148 @@
+// XmlWriter.h - abstract document sink with namespace scoping and prefix invention.
+//
+// The serialisation engine only announces namespaces and writes names with
+// their namespace URIs; the writer decides the prefixes. One context per
+// open element carries the element's namespace scope, shared with its
+// parent until the element changes it (copy on write).
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "kvxml/foundation/Export.h"
+#include "kvxml/foundation/InstanceMonitor.h"
+#include "kvxml/values/ItemType.h"
+
+namespace KvXmlLib10 {
+
+class KVXML_API CXmlWriter : public CInstanceMonitor {
+public:
+    /// Namespace URI -> prefix, ordered bytewise by URI.
+    using NamespaceMap = std::map<std::string, std::string>;
+
+    /// Always bound to the prefix "xml" and never declared.
+    static constexpr const char XML_NAMESPACE[] = "http://www.w3.org/XML/1998/namespace";
+
+    /// State of one open element. Contexts form a chain to the root; the
+    /// writer owns the chain through its innermost context.
+    class KVXML_API CXmlWriterContext : public CInstanceMonitor {
+    public:
+        /// Root context: its scope starts as a copy of `pendingMap` (null:
+        /// empty) and `defaultNamespace`. Takes ownership of `parent`.
+        CXmlWriterContext(const std::string& localName, const std::string& namespaceUri,
+                          const std::string& defaultNamespace, const NamespaceMap* pendingMap,
+                          CXmlWriterContext* parent);
+        /// Child context: shares the parent's scope until it changes it.
+        /// Takes ownership of `parent` (and so of the chain above it).
+        CXmlWriterContext(const std::string& localName, const std::string& namespaceUri,
+                          CXmlWriterContext* parent);
+        /// Deletes the whole parent chain too (iteratively, any depth).
+        ~CXmlWriterContext() override;
+        CXmlWriterContext(const CXmlWriterContext&) = delete;
+        CXmlWriterContext& operator=(const CXmlWriterContext&) = delete;
+
+        /// The effective scope: this context's own map, or the nearest
+        /// enclosing one it shares. Never copies.
+        NamespaceMap& GetNamespaceMap() const;
+        const std::string& GetDefaultNamespace() const;
+        /// Binds uri -> prefix in this element's scope (copying the shared
+        /// scope first if this context still shares its parent's).
+        void SetNamespaceMapValue(const std::string& uri, const std::string& prefix);
+        /// Sets the default namespace of this element's scope (copy on write).
+        void SetDefaultNamespace(const std::string& uri);
+        /// The prefix bound to uri in the effective scope; an unknown uri is
+        /// inserted with an empty prefix, into the scope it shares.
+        std::string& GetNamespaceMapValue(const std::string& uri) const;
+        std::string& GetNamespaceMapValue(const char* uri) const;
+
+        uint32_t GetChildCount() const { return m_childCount; }
+        void IncrementChildCount() { ++m_childCount; }
+        bool IsStartTagOpen() const { return m_startTagOpen; }
+        void SetStartTagOpen(bool open) { m_startTagOpen = open; }
+        uint32_t GetDepth() const { return m_depth; }
+        const std::string& GetNamespaceUri() const { return m_namespaceUri; }
+        const std::string& GetLocalName() const { return m_localName; }
+        CXmlWriterContext* GetParent() const { return m_parent; }
+        /// A free flag for the concrete writer (false at creation).
+        bool GetFlag() const { return m_flag; }
+        void SetFlag(bool flag) { m_flag = flag; }
+        bool InheritsFromParent() const { return m_inheritsFromParent; }
+        bool OwnsMap() const { return m_ownsMap; }
+
+    private:
+        friend class CXmlWriter;
+
+        void CopyScopeOnWrite();
+
+        uint32_t m_childCount;
+        bool m_startTagOpen;
+        uint32_t m_depth;
+        std::string m_namespaceUri;
+        std::string m_localName;
+        CXmlWriterContext* m_parent;
+        bool m_flag;
+        std::string m_defaultNamespace;
+        std::unique_ptr<NamespaceMap> m_namespaceMap;
+        bool m_inheritsFromParent;
+        bool m_ownsMap;
+        // The context whose map and default namespace are in effect here
+        // (this one once it owns a map). Scope changes are made on the
+        // innermost open element, so the ancestor it points to stays valid.
+        CXmlWriterContext* m_scope;
+    };
+
+    /// `className` is the concrete writer's name for instance counting.
+    explicit CXmlWriter(const char* className);
+    /// Deletes every context still open.
+    ~CXmlWriter() override;
+    CXmlWriter(const CXmlWriter&) = delete;
+    CXmlWriter& operator=(const CXmlWriter&) = delete;
+
+    virtual void Open();
+    /// Throws CKvException "An Element has not been closed." while an
+    /// element is open.
+    virtual void Close();
+    /// Before the root: the document's default namespace. Inside an
+    /// element: that element's scope. Writes nothing itself.
+    virtual void SetDefaultNamespace(const std::string& uri);
+    /// Before the root: declared on the root (a later call for the same URI
+    /// replaces the prefix). Inside an element: binds it in that element's
+    /// scope for later names. Writes nothing itself.
+    virtual void AddNamespace(const std::string& prefix, const std::string& uri);
+    virtual void WriteComment(const std::string& text) = 0;
+    virtual void WritePI(const std::string& text) = 0;
+    virtual void WriteInlineSchema(const std::string& text) = 0;
+    virtual void WriteStartElement(const std::string& localName, const std::string& namespaceUri) = 0;
+    virtual void WriteString(const std::string& text, ItemType type) = 0;
+    virtual void WriteEndElement() = 0;
+    virtual void WriteAttributeString(const std::string& localName, const std::string& namespaceUri,
+                                      const std::string& value, ItemType type) = 0;
+    virtual void WriteAttributeType(const std::string& typeNamespaceUri,
+                                    const std::string& typeLocalName, ItemType type) = 0;
+    virtual void WriteAttributeNil() = 0;
+
+    /// The invented prefix number n: two characters, 'A' + n / 26 then
+    /// 'A' + n % 26 ("AA", "AB", ... "ZZ", then past 'Z').
+    static std::string NsIntToString(int32_t n);
+    /// The first invented prefix not used as a prefix in `map`.
+    static std::string GetUniquePrefix(const NamespaceMap& map);
+
+protected:
+    /// Opens a context for a new element (the root when none is open) and
+    /// makes it current.
+    CXmlWriterContext* PushContext(const std::string& localName, const std::string& namespaceUri);
+    /// Deletes the current context; its parent becomes current.
+    void PopContext();
+    CXmlWriterContext* GetCurrentContext() const { return m_currentContext; }
+    const NamespaceMap& GetPendingNamespaces() const { return m_pendingNamespaces; }
+    const std::string& GetDocumentDefaultNamespace() const { return m_defaultNamespace; }
+
+private:
+    std::string m_defaultNamespace;
+    CXmlWriterContext* m_currentContext;
+    NamespaceMap m_pendingNamespaces;
+};
+
+}  // namespace KvXmlLib10

@@ -1,0 +1,309 @@
+// Encoder.cpp - local code page <-> UTF-8 / wide conversions behind CEncoder.
+//
+// Decoding runs in fixed-size chunks of wide characters so that a large
+// document never needs a wide copy of itself. Bytes below 0x80 are taken as
+// ASCII while the conversion state is initial: every code page glibc offers
+// as a locale agrees with ASCII there, and the shift bytes of stateful
+// encodings (ESC, SO, SI) are left to the C library.
+#include "kvxml/output/Encoder.h"
+
+#include <atomic>
+#include <climits>
+#include <cstdint>
+#include <cwchar>
+
+#include "kvxml/foundation/KvException.h"
+#include "kvxml/values/UnicodeConversion.h"
+
+namespace KvXmlLib10 {
+
+static_assert(sizeof(wchar_t) == 4, "wide output is defined as 32-bit units");
+
+namespace {
+
+std::atomic<bool> g_asciiOnly{false};
+
+bool IsAsciiOnly() { return g_asciiOnly.load(std::memory_order_relaxed); }
+
+constexpr size_t kChunk = 4096;
+
+bool IsPlainAscii(unsigned char byte) {
+    return byte < 0x80 && byte != 0x1B && byte != 0x0E && byte != 0x0F;
+}
+
+// CBinaryData lengths are 32-bit; refuse to wrap.
+void CheckRoom(const CBinaryData& out, size_t more) {
+    if (more > UINT32_MAX - out.GetLength()) {
+        throw CKvException("The text is too large to encode.");
+    }
+}
+
+void AppendBytes(CBinaryData& out, const unsigned char* bytes, size_t length) {
+    if (length == 0) return;
+    CheckRoom(out, length);
+    out.Append(bytes, static_cast<uint32_t>(length));
+}
+
+// Decodes local code page text and hands the wide characters to `sink`
+// in chunks of at most kChunk.
+template <class Sink>
+void DecodeLocal(const char* text, size_t length, Sink&& sink) {
+    wchar_t chunk[kChunk];
+    size_t used = 0;
+    std::mbstate_t state{};
+    bool initial = true;
+    size_t i = 0;
+    while (i < length) {
+        if (used == kChunk) {
+            sink(chunk, used);
+            used = 0;
+        }
+        const unsigned char byte = static_cast<unsigned char>(text[i]);
+        if (initial && IsPlainAscii(byte)) {
+            chunk[used++] = static_cast<wchar_t>(byte);
+            ++i;
+            continue;
+        }
+        wchar_t wc = 0;
+        const size_t got = std::mbrtowc(&wc, text + i, length - i, &state);
+        if (got == 0) {  // the NUL character
+            chunk[used++] = L'\0';
+            ++i;
+        } else if (got > length - i) {  // invalid, incomplete or not a character of its own
+            chunk[used++] = L'?';
+            ++i;
+            state = std::mbstate_t{};
+        } else {
+            chunk[used++] = wc;
+            i += got;
+        }
+        initial = std::mbsinit(&state) != 0;
+    }
+    if (used) sink(chunk, used);
+}
+
+// Encodes wide characters as UTF-8 onto `out`.
+void AppendUnicodeAsUtf8(const wchar_t* text, size_t length, CBinaryData& out) {
+    unsigned char staging[kChunk * 4];
+    while (length > 0) {
+        const size_t part = length < kChunk ? length : kChunk;
+        size_t written = 0;
+        if (!DoesUnicodeStrContainAnyUTF8CharsLargerThanOneByte(text, static_cast<int>(part))) {
+            for (size_t i = 0; i < part; ++i) staging[i] = static_cast<unsigned char>(text[i]);
+            written = part;
+        } else {
+            const int converted = UnicodeToUTF8(text, static_cast<uint32_t>(part), staging,
+                                                static_cast<uint32_t>(sizeof staging));
+            if (converted > 0) {
+                written = static_cast<size_t>(converted);
+            } else {
+                // The converter refuses the chunk whole; redo it one character
+                // at a time so only the bad characters turn into '?'.
+                for (size_t i = 0; i < part; ++i) {
+                    const int one = UnicodeToUTF8(text + i, 1, staging + written, 4);
+                    if (one > 0) {
+                        written += static_cast<size_t>(one);
+                    } else {
+                        staging[written++] = '?';
+                    }
+                }
+            }
+        }
+        AppendBytes(out, staging, written);
+        text += part;
+        length -= part;
+    }
+}
+
+// Length of the UTF-8 sequence a lead byte announces; 0 for a byte that
+// cannot start one.
+size_t SequenceLength(unsigned char lead) {
+    if (lead < 0x80) return 1;
+    if (lead < 0xC0) return 0;
+    if (lead < 0xE0) return 2;
+    if (lead < 0xF0) return 3;
+    if (lead < 0xF8) return 4;
+    return 0;
+}
+
+// Decodes UTF-8 one sequence at a time, '?' for each byte that does not
+// start a well-formed sequence. Returns the wide characters written.
+size_t DecodeUtf8Leniently(const unsigned char* utf8, size_t length, wchar_t* out) {
+    size_t written = 0;
+    size_t i = 0;
+    while (i < length) {
+        const size_t need = SequenceLength(utf8[i]);
+        wchar_t wc = 0;
+        if (need != 0 && need <= length - i &&
+            UTF8ToUnicode(utf8 + i, static_cast<uint32_t>(need), &wc, 1) == 1) {
+            out[written++] = wc;
+            i += need;
+        } else {
+            out[written++] = L'?';
+            ++i;
+        }
+    }
+    return written;
+}
+
+// Encodes wide characters in the local code page onto `out`.
+class LocalEncoder {
+public:
+    explicit LocalEncoder(std::string& out) : m_out(out) {}
+
+    void Put(const wchar_t* text, size_t length) {
+        char bytes[MB_LEN_MAX];
+        for (size_t i = 0; i < length; ++i) {
+            const wchar_t wc = text[i];
+            if (m_initial && wc >= 0 && wc < 0x80 && IsPlainAscii(static_cast<unsigned char>(wc))) {
+                m_out.push_back(static_cast<char>(wc));
+                continue;
+            }
+            const size_t got = std::wcrtomb(bytes, wc, &m_state);
+            if (got == static_cast<size_t>(-1)) {
+                m_state = std::mbstate_t{};
+                m_out.push_back('?');
+            } else {
+                m_out.append(bytes, got);
+            }
+            m_initial = std::mbsinit(&m_state) != 0;
+        }
+    }
+
+    void PutAscii(const unsigned char* text, size_t length) {
+        size_t i = 0;
+        while (i < length) {
+            size_t run = i;
+            if (m_initial) {
+                while (run < length && IsPlainAscii(text[run])) ++run;
+                m_out.append(reinterpret_cast<const char*>(text + i), run - i);
+            }
+            if (run < length) {
+                const wchar_t wc = text[run];
+                Put(&wc, 1);
+                ++run;
+            }
+            i = run;
+        }
+    }
+
+    // A stateful code page may owe a return to its initial shift state.
+    void Finish() {
+        if (m_initial) return;
+        char bytes[MB_LEN_MAX];
+        const size_t got = std::wcrtomb(bytes, L'\0', &m_state);
+        if (got != static_cast<size_t>(-1) && got > 1) m_out.append(bytes, got - 1);
+        m_state = std::mbstate_t{};
+        m_initial = true;
+    }
+
+private:
+    std::string& m_out;
+    std::mbstate_t m_state{};
+    bool m_initial = true;
+};
+
+}  // namespace
+
+void ASCIIOnly(bool asciiOnly) { g_asciiOnly.store(asciiOnly, std::memory_order_relaxed); }
+
+CBinaryData CEncoder::LocalCodePageToUtf8Binary(const std::string& text) {
+    return LocalCodePageToUtf8Binary(text.data(), text.size());
+}
+
+CBinaryData CEncoder::LocalCodePageToUtf8Binary(const char* text, size_t length) {
+    CBinaryData out;
+    if (length == 0) return out;
+    const auto* bytes = reinterpret_cast<const unsigned char*>(text);
+    bool plain = true;
+    if (!IsAsciiOnly()) {
+        for (size_t i = 0; i < length && plain; ++i) plain = IsPlainAscii(bytes[i]);
+    }
+    if (plain) {
+        // ASCII (or pass-through) text is its own UTF-8.
+        AppendBytes(out, bytes, length);
+        return out;
+    }
+    DecodeLocal(text, length,
+                [&out](const wchar_t* chunk, size_t used) { AppendUnicodeAsUtf8(chunk, used, out); });
+    return out;
+}
+
+CBinaryData CEncoder::LocalCodePageToUnicodeBinary(const std::string& text) {
+    return LocalCodePageToUnicodeBinary(text.data(), text.size());
+}
+
+CBinaryData CEncoder::LocalCodePageToUnicodeBinary(const char* text, size_t length) {
+    CBinaryData out;
+    auto append = [&out](const wchar_t* chunk, size_t used) {
+        AppendBytes(out, reinterpret_cast<const unsigned char*>(chunk), used * sizeof(wchar_t));
+    };
+    if (IsAsciiOnly()) {
+        wchar_t chunk[kChunk];
+        size_t used = 0;
+        for (size_t i = 0; i < length; ++i) {
+            chunk[used++] = static_cast<wchar_t>(static_cast<unsigned char>(text[i]));
+            if (used == kChunk) {
+                append(chunk, used);
+                used = 0;
+            }
+        }
+        if (used) append(chunk, used);
+        return out;
+    }
+    DecodeLocal(text, length, append);
+    return out;
+}
+
+CBinaryData CEncoder::UnicodeToUtf8Binary(const wchar_t* text, size_t length) {
+    CBinaryData out;
+    if (text && length) AppendUnicodeAsUtf8(text, length, out);
+    return out;
+}
+
+void CEncoder::Utf8ToLocalCodePage(const unsigned char* utf8, size_t length, std::string& out) {
+    out.clear();
+    if (!utf8 || length == 0) return;
+    if (IsAsciiOnly()) {
+        out.assign(reinterpret_cast<const char*>(utf8), length);
+        return;
+    }
+    // Chunks of at most kChunk bytes, cut at a character boundary, so the
+    // 32-bit length of the converter always holds.
+    wchar_t wide[kChunk];
+    LocalEncoder encoder(out);
+    size_t at = 0;
+    while (at < length) {
+        size_t end = length - at <= kChunk ? length : at + kChunk;
+        if (end < length) {
+            // Back up over at most three continuation bytes to the lead byte.
+            size_t back = end;
+            while (back > end - 3 && (utf8[back] & 0xC0) == 0x80) --back;
+            if ((utf8[back] & 0xC0) != 0x80) end = back;
+        }
+        const unsigned char* piece = utf8 + at;
+        const size_t pieceLength = end - at;
+        if (!DoesUTF8StrContainAnyCharsLargerThanOneByte(piece, static_cast<uint32_t>(pieceLength))) {
+            encoder.PutAscii(piece, pieceLength);
+        } else {
+            int got = UTF8ToUnicode(piece, static_cast<uint32_t>(pieceLength), wide, kChunk);
+            const size_t count =
+                got > 0 ? static_cast<size_t>(got) : DecodeUtf8Leniently(piece, pieceLength, wide);
+            encoder.Put(wide, count);
+        }
+        at = end;
+    }
+    encoder.Finish();
+}
+
+void CEncoder::Utf8ToLocalCodePage(const char* utf8, size_t length, std::string& out) {
+    Utf8ToLocalCodePage(reinterpret_cast<const unsigned char*>(utf8), length, out);
+}
+
+std::string CEncoder::Utf8ToLocalCodePage(const char* utf8, size_t length) {
+    std::string out;
+    Utf8ToLocalCodePage(utf8, length, out);
+    return out;
+}
+
+}  // namespace KvXmlLib10

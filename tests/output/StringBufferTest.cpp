@@ -1,0 +1,141 @@
+// StringBufferTest.cpp - block boundaries, joining and reuse of CStringBuffer.
+#include "kvxml/output/StringBuffer.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+using KvXmlLib10::CStringBuffer;
+
+namespace {
+
+std::string Text(const CStringBuffer& buffer) { return std::string(buffer.GetText(), buffer.GetLength()); }
+
+std::string Pattern(size_t length) {
+    std::string text(length, ' ');
+    for (size_t i = 0; i < length; ++i) text[i] = static_cast<char>('a' + i % 26);
+    return text;
+}
+
+}  // namespace
+
+TEST(StringBufferText, StartsEmpty) {
+    CStringBuffer buffer;
+    EXPECT_STREQ(buffer.GetText(), "");
+    EXPECT_EQ(buffer.GetLength(), 0u);
+}
+
+TEST(StringBufferAppend, KeepsTextAcrossTheDefaultBlockSize) {
+    // Lengths around the 4095-character block, appended in pieces of several sizes.
+    for (size_t total : {4094u, 4095u, 4096u, 8190u, 8191u, 12289u}) {
+        for (size_t piece : {1u, 7u, 4095u, 5000u}) {
+            const std::string expected = Pattern(total);
+            CStringBuffer buffer;
+            for (size_t at = 0; at < total; at += piece) buffer.Append(expected.substr(at, piece));
+            EXPECT_EQ(buffer.GetLength(), total) << total << "/" << piece;
+            EXPECT_EQ(Text(buffer), expected) << total << "/" << piece;
+            EXPECT_EQ(buffer.GetText()[total], '\0');
+        }
+    }
+}
+
+TEST(StringBufferAppend, CharacterByCharacterCrossesBlocks) {
+    CStringBuffer buffer;
+    const std::string expected = Pattern(4095 * 2 + 3);
+    for (char c : expected) buffer.Append(c);
+    EXPECT_EQ(Text(buffer), expected);
+}
+
+TEST(StringBufferAppend, SmallBlocksGiveTheSameText) {
+    CStringBuffer buffer(4);  // three characters per block
+    buffer.Append("ab");
+    buffer.Append('c');
+    buffer.Append("defg");
+    buffer.Append(std::string("hijklmnop"));
+    buffer.Append("");
+    buffer.Append(static_cast<const char*>(nullptr));
+    EXPECT_EQ(buffer.GetLength(), 16u);
+    EXPECT_STREQ(buffer.GetText(), "abcdefghijklmnop");
+}
+
+TEST(StringBufferAppend, DegenerateBlockSizeStillWorks) {
+    for (size_t size : {0u, 1u, 2u}) {
+        CStringBuffer buffer(size);
+        buffer.Append("hello");
+        buffer.Append('!');
+        EXPECT_STREQ(buffer.GetText(), "hello!") << size;
+    }
+}
+
+TEST(StringBufferAppend, StringKeepsEmbeddedNulsCharPointerStopsAtFirst) {
+    CStringBuffer buffer;
+    buffer.Append(std::string("a\0b", 3));
+    buffer.Append("c\0d");
+    EXPECT_EQ(buffer.GetLength(), 4u);
+    EXPECT_EQ(Text(buffer), std::string("a\0bc", 4));
+}
+
+TEST(StringBufferAppend, NeverMovesTextAlreadyWritten) {
+    CStringBuffer buffer;
+    buffer.Append("first");
+    const char* before = buffer.GetText();
+    buffer.Append(Pattern(4000));  // still inside the first block
+    EXPECT_EQ(buffer.GetText(), before);
+    EXPECT_EQ(std::string(before, 5), "first");
+}
+
+TEST(StringBufferText, JoinsOnceAndContinuesAfterTheJoinedText) {
+    CStringBuffer buffer;
+    const std::string first = Pattern(10000);
+    buffer.Append(first);
+    const char* joined = buffer.GetText();
+    EXPECT_EQ(std::string(joined), first);
+    EXPECT_EQ(buffer.GetText(), joined);  // no second join
+    buffer.Append("tail");
+    EXPECT_EQ(buffer.GetLength(), 10004u);
+    EXPECT_EQ(Text(buffer), first + "tail");
+    // The first join's text was moved into the second join only on request.
+    buffer.Append(Pattern(5000));
+    EXPECT_EQ(Text(buffer), first + "tail" + Pattern(5000));
+}
+
+TEST(StringBufferText, EmptyClearAndSetText) {
+    CStringBuffer buffer;
+    buffer.Append(Pattern(9000));
+    buffer.Empty();
+    EXPECT_EQ(buffer.GetLength(), 0u);
+    EXPECT_STREQ(buffer.GetText(), "");
+    buffer.Append("xy");
+    EXPECT_STREQ(buffer.GetText(), "xy");  // no stale characters from before
+    buffer.SetText("new");
+    EXPECT_STREQ(buffer.GetText(), "new");
+    buffer.SetText(std::string(5000, 'q'));
+    EXPECT_EQ(Text(buffer), std::string(5000, 'q'));
+    buffer.Clear();
+    EXPECT_EQ(buffer.GetLength(), 0u);
+    EXPECT_STREQ(buffer.GetText(), "");
+    buffer.Append('z');
+    EXPECT_STREQ(buffer.GetText(), "z");
+    // Emptying a joined buffer starts afresh.
+    buffer.Append(Pattern(5000));
+    buffer.GetText();
+    buffer.Empty();
+    buffer.Append("after");
+    EXPECT_STREQ(buffer.GetText(), "after");
+}
+
+TEST(StringBufferText, AppendToCopiesEveryBlockWithoutJoining) {
+    CStringBuffer buffer(4);
+    buffer.Append("abcdefghij");
+    std::string out = "pre:";
+    buffer.AppendTo(out);
+    EXPECT_EQ(out, "pre:abcdefghij");
+    buffer.GetText();  // joined
+    buffer.Append("kl");
+    out.clear();
+    buffer.AppendTo(out);
+    EXPECT_EQ(out, "abcdefghijkl");
+    CStringBuffer empty;
+    empty.AppendTo(out);
+    EXPECT_EQ(out, "abcdefghijkl");
+}

@@ -1,0 +1,204 @@
+// XmlWriterTest.cpp - namespace scopes, copy on write, invented prefixes and the context chain.
+#include "kvxml/output/XmlWriter.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "kvxml/foundation/InstanceMonitor.h"
+#include "kvxml/foundation/KvException.h"
+#include "support/KvTestSupport.h"
+
+using namespace KvXmlLib10;
+
+namespace {
+
+using Context = CXmlWriter::CXmlWriterContext;
+using NamespaceMap = CXmlWriter::NamespaceMap;
+
+// The base writer with its element stack reachable; output calls do nothing.
+class ProbeWriter : public CXmlWriter {
+public:
+    ProbeWriter() : CXmlWriter("ProbeWriter") {}
+    void WriteComment(const std::string&) override {}
+    void WritePI(const std::string&) override {}
+    void WriteInlineSchema(const std::string&) override {}
+    void WriteStartElement(const std::string& localName, const std::string& uri) override {
+        PushContext(localName, uri);
+    }
+    void WriteString(const std::string&, ItemType) override {}
+    void WriteEndElement() override { PopContext(); }
+    void WriteAttributeString(const std::string&, const std::string&, const std::string&, ItemType) override {}
+    void WriteAttributeType(const std::string&, const std::string&, ItemType) override {}
+    void WriteAttributeNil() override {}
+
+    Context* Current() const { return GetCurrentContext(); }
+    const NamespaceMap& Pending() const { return GetPendingNamespaces(); }
+    const std::string& DocumentDefault() const { return GetDocumentDefaultNamespace(); }
+};
+
+}  // namespace
+
+TEST(XmlWriterPrefix, NsIntToStringCountsInTwoLetters) {
+    const struct {
+        int32_t n;
+        const char* prefix;
+    } cases[] = {{0, "AA"}, {1, "AB"}, {25, "AZ"}, {26, "BA"}, {27, "BB"}, {675, "ZZ"}, {676, "[A"}, {701, "[Z"}};
+    for (const auto& c : cases) EXPECT_EQ(CXmlWriter::NsIntToString(c.n), c.prefix) << c.n;
+}
+
+TEST(XmlWriterPrefix, GetUniquePrefixSkipsPrefixesInUse) {
+    EXPECT_EQ(CXmlWriter::GetUniquePrefix({}), "AA");
+    EXPECT_EQ(CXmlWriter::GetUniquePrefix({{"urn:a", "AA"}}), "AB");
+    EXPECT_EQ(CXmlWriter::GetUniquePrefix({{"urn:a", "AA"}, {"urn:c", "AC"}}), "AB");
+    EXPECT_EQ(CXmlWriter::GetUniquePrefix({{"urn:a", "AB"}, {"urn:b", "AA"}}), "AC");
+    // Only exact prefixes count, not URIs or other spellings.
+    EXPECT_EQ(CXmlWriter::GetUniquePrefix({{"AA", "aa"}, {"urn:b", "AAA"}}), "AA");
+
+    // A large scope: all of AA..BZ taken plus unrelated prefixes.
+    NamespaceMap large;
+    for (int32_t n = 0; n < 52; ++n) large["urn:" + std::to_string(n)] = CXmlWriter::NsIntToString(n);
+    for (int32_t n = 0; n < 20; ++n) large["urn:x" + std::to_string(n)] = "p" + std::to_string(n);
+    EXPECT_EQ(CXmlWriter::GetUniquePrefix(large), "CA");
+    large.erase("urn:30");
+    EXPECT_EQ(CXmlWriter::GetUniquePrefix(large), CXmlWriter::NsIntToString(30));
+}
+
+TEST(XmlWriterNamespaces, AnnouncementsBeforeTheRootArePending) {
+    ProbeWriter writer;
+    EXPECT_EQ(writer.Pending(), (NamespaceMap{{"http://www.w3.org/XML/1998/namespace", "xml"}}));
+    writer.AddNamespace("p", "urn:a");
+    writer.AddNamespace("q", "urn:a");  // replaces
+    writer.AddNamespace("q", "urn:b");  // a prefix may be given twice
+    writer.SetDefaultNamespace("urn:d");
+    EXPECT_EQ(writer.Pending().at("urn:a"), "q");
+    EXPECT_EQ(writer.Pending().at("urn:b"), "q");
+    EXPECT_EQ(writer.DocumentDefault(), "urn:d");
+
+    writer.WriteStartElement("root", "urn:a");
+    Context* root = writer.Current();
+    EXPECT_EQ(root->GetDepth(), 0u);
+    EXPECT_EQ(root->GetParent(), nullptr);
+    EXPECT_TRUE(root->OwnsMap());
+    EXPECT_FALSE(root->InheritsFromParent());
+    EXPECT_EQ(root->GetDefaultNamespace(), "urn:d");
+    EXPECT_EQ(root->GetNamespaceMap().size(), 3u);
+
+    // Inside an element announcements change the scope, not the pending map.
+    writer.AddNamespace("r", "urn:c");
+    writer.SetDefaultNamespace("urn:e");
+    EXPECT_EQ(root->GetNamespaceMapValue("urn:c"), "r");
+    EXPECT_EQ(root->GetDefaultNamespace(), "urn:e");
+    EXPECT_EQ(writer.Pending().count("urn:c"), 0u);
+    EXPECT_EQ(writer.DocumentDefault(), "urn:d");
+}
+
+TEST(XmlWriterContext, ChildrenShareTheScopeUntilTheyChangeIt) {
+    ProbeWriter writer;
+    writer.AddNamespace("a", "urn:a");
+    writer.WriteStartElement("root", "");
+    Context* root = writer.Current();
+    writer.WriteStartElement("child", "urn:a");
+    Context* child = writer.Current();
+    EXPECT_EQ(child->GetDepth(), 1u);
+    EXPECT_EQ(child->GetParent(), root);
+    EXPECT_EQ(child->GetLocalName(), "child");
+    EXPECT_EQ(child->GetNamespaceUri(), "urn:a");
+    EXPECT_TRUE(child->IsStartTagOpen());
+    EXPECT_FALSE(child->GetFlag());
+    EXPECT_EQ(child->GetChildCount(), 0u);
+    EXPECT_TRUE(child->InheritsFromParent());
+    EXPECT_FALSE(child->OwnsMap());
+    EXPECT_EQ(&child->GetNamespaceMap(), &root->GetNamespaceMap());  // shared, not copied
+
+    writer.AddNamespace("b", "urn:b");  // copy on write in the child
+    EXPECT_FALSE(child->InheritsFromParent());
+    EXPECT_TRUE(child->OwnsMap());
+    EXPECT_NE(&child->GetNamespaceMap(), &root->GetNamespaceMap());
+    EXPECT_EQ(child->GetNamespaceMapValue("urn:a"), "a");
+    EXPECT_EQ(child->GetNamespaceMapValue("urn:b"), "b");
+    EXPECT_EQ(root->GetNamespaceMap().count("urn:b"), 0u);
+
+    writer.WriteStartElement("grandchild", "");
+    Context* grandchild = writer.Current();
+    EXPECT_EQ(grandchild->GetDepth(), 2u);
+    EXPECT_EQ(&grandchild->GetNamespaceMap(), &child->GetNamespaceMap());
+    writer.WriteEndElement();
+    writer.WriteEndElement();
+
+    writer.WriteStartElement("sibling", "");
+    EXPECT_EQ(&writer.Current()->GetNamespaceMap(), &root->GetNamespaceMap());
+    EXPECT_EQ(writer.Current()->GetNamespaceMap().count("urn:b"), 0u);
+}
+
+TEST(XmlWriterContext, DefaultNamespaceIsCopiedOnWrite) {
+    ProbeWriter writer;
+    writer.SetDefaultNamespace("urn:d");
+    writer.WriteStartElement("root", "urn:d");
+    writer.WriteStartElement("child", "");
+    Context* child = writer.Current();
+    EXPECT_EQ(child->GetDefaultNamespace(), "urn:d");
+    child->SetNamespaceMapValue("urn:x", "x");  // copies the default namespace too
+    EXPECT_EQ(child->GetDefaultNamespace(), "urn:d");
+    child->SetDefaultNamespace("urn:other");
+    EXPECT_EQ(child->GetDefaultNamespace(), "urn:other");
+    EXPECT_EQ(child->GetParent()->GetDefaultNamespace(), "urn:d");
+
+    writer.WriteStartElement("grandchild", "");
+    Context* grandchild = writer.Current();
+    grandchild->SetDefaultNamespace("");  // copies the map as well
+    EXPECT_TRUE(grandchild->OwnsMap());
+    EXPECT_EQ(grandchild->GetNamespaceMapValue("urn:x"), "x");
+    EXPECT_EQ(grandchild->GetDefaultNamespace(), "");
+}
+
+TEST(XmlWriterContext, LookupOfUnknownUriInsertsIntoTheSharedScope) {
+    ProbeWriter writer;
+    writer.WriteStartElement("root", "");
+    Context* root = writer.Current();
+    writer.WriteStartElement("child", "");
+    Context* child = writer.Current();
+    std::string& prefix = child->GetNamespaceMapValue(std::string("urn:new"));
+    EXPECT_EQ(prefix, "");
+    EXPECT_TRUE(child->InheritsFromParent());  // no copy on write
+    EXPECT_EQ(root->GetNamespaceMap().count("urn:new"), 1u);
+    prefix = "n";
+    EXPECT_EQ(root->GetNamespaceMapValue("urn:new"), "n");
+}
+
+TEST(XmlWriterClose, RefusesWhileAnElementIsOpen) {
+    ProbeWriter writer;
+    writer.Open();
+    writer.Close();  // nothing open yet
+    writer.WriteStartElement("a", "");
+    writer.WriteStartElement("b", "");
+    writer.WriteEndElement();
+    EXPECT_KV_THROW(writer.Close(), CKvException, "An Element has not been closed.");
+    writer.WriteEndElement();
+    EXPECT_EQ(writer.Current(), nullptr);
+    writer.Close();
+}
+
+TEST(XmlWriterContext, DeepChainsAreFreedWithoutRecursion) {
+    CInstanceMonitor::SetCounting(true);
+    {
+        ProbeWriter writer;
+        for (int i = 0; i < 200000; ++i) writer.WriteStartElement("e", "");
+        EXPECT_EQ(writer.Current()->GetDepth(), 199999u);
+        EXPECT_EQ(CInstanceMonitor::GetLiveCount("CXmlWriterContext"), 200000u);
+        EXPECT_EQ(CInstanceMonitor::GetLiveCount("ProbeWriter"), 1u);
+        for (int i = 0; i < 1000; ++i) writer.WriteEndElement();
+        EXPECT_EQ(CInstanceMonitor::GetLiveCount("CXmlWriterContext"), 199000u);
+    }  // the writer deletes the remaining chain
+    EXPECT_EQ(CInstanceMonitor::GetLiveCount("CXmlWriterContext"), 0u);
+    EXPECT_EQ(CInstanceMonitor::GetLiveCount("ProbeWriter"), 0u);
+
+    // A context deletes the chain above it.
+    auto* root = new Context("r", "", "", nullptr, nullptr);
+    Context* inner = root;
+    for (int i = 0; i < 100000; ++i) inner = new Context("e", "", inner);
+    EXPECT_EQ(CInstanceMonitor::GetLiveCount("CXmlWriterContext"), 100001u);
+    delete inner;
+    EXPECT_EQ(CInstanceMonitor::GetLiveCount("CXmlWriterContext"), 0u);
+    CInstanceMonitor::SetCounting(false);
+}
