@@ -13,3 +13,18 @@
 #include "kvxml/values/BinaryData.h"
 
 #include "kvxml/output/OutputEnums.h"
+#include "kvxml/output/StringBuffer.h"
+#include "kvxml/output/Encoder.h"
+#include "kvxml/output/TextStream.h"
+#include "kvxml/output/XmlWriter.h"
+#include "kvxml/output/XmlTextWriter.h"
+#include "kvxml/output/BinaryStream.h"
+#include "kvxml/output/FileTextStream.h"
+#include "kvxml/output/KvZip.h"
+
+#include "kvxml/core/FInfoDecl.h"
+#include "kvxml/core/EventSink.h"
+#include "kvxml/core/SmartPtr.h"
+#include "kvxml/core/NamespaceAliasMap.h"
+#include "kvxml/core/SerializationContext.h"
+#include "kvxml/core/XmlObjectBase.h"

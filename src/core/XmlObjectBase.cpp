@@ -1,0 +1,190 @@
+// XmlObjectBase.cpp - reference counting, naming and the writing entry points.
+#include "kvxml/core/XmlObjectBase.h"
+
+#include "core/detail/ProcessSwitches.h"
+#include "kvxml/foundation/FormatString.h"
+#include "kvxml/foundation/KvException.h"
+#include "kvxml/output/BinaryStream.h"
+#include "kvxml/output/FileTextStream.h"
+#include "kvxml/output/KvZip.h"
+#include "kvxml/output/TextStream.h"
+#include "kvxml/output/XmlTextWriter.h"
+
+namespace KvXmlLib10 {
+
+namespace detail {
+bool ASYNC_TOXMLFILE = false;
+bool ASYNC_FROMXMLFILE = false;
+}  // namespace detail
+
+void AsyncToXmlFile(bool on) { detail::ASYNC_TOXMLFILE = on; }
+
+void AsyncFromXmlFile(bool on) { detail::ASYNC_FROMXMLFILE = on; }
+
+CXmlObjectBase::CXmlObjectBase() : m_refCount(0) {}
+
+CXmlObjectBase::CXmlObjectBase(const CXmlObjectBase& other)
+    : IEventSink(other), m_elementName(other.m_elementName), m_refCount(0) {}
+
+CXmlObjectBase& CXmlObjectBase::operator=(const CXmlObjectBase& other) {
+    // The count belongs to this object's owners, never to the source's.
+    m_elementName = other.m_elementName;
+    return *this;
+}
+
+CXmlObjectBase::~CXmlObjectBase() = default;
+
+void CXmlObjectBase::OnEvent(CXmlObjectBase*, MsgType, void*) {}
+
+const CXmlObjectBase* CXmlObjectBase::GetBase() const {
+    return const_cast<CXmlObjectBase*>(this)->GetBase();
+}
+
+int32_t CXmlObjectBase::AddRef() {
+    m_lock.Enter();
+    int32_t count = ++m_refCount;
+    m_lock.Leave();
+    return count;
+}
+
+int32_t CXmlObjectBase::Release() {
+    m_lock.Enter();
+    int32_t count = --m_refCount;
+    m_lock.Leave();
+    // Deleted outside the lock: the lock is a member of what is deleted.
+    if (count == 0) delete this;
+    return count;
+}
+
+std::string CXmlObjectBase::GetElementName() const { return m_elementName; }
+
+void CXmlObjectBase::SetElementName(const char* name) { m_elementName = name ? name : ""; }
+
+void CXmlObjectBase::AttributesToXml_Int(CXmlWriter*, const CXmlSerializationContext&) const {}
+
+void CXmlObjectBase::ToXml_Int(const CXmlObjectBase* object, CXmlWriter* writer, bool isRoot,
+                               const char* targetNamespace, const CXmlSerializationContext& context,
+                               bool flag) {
+    object->ToXml_Int(writer, isRoot, targetNamespace, context, flag);
+}
+
+CXmlElement* CXmlObjectBase::FromXml_Int(CXmlObjectBase* object, CXmlElement* element, CXmlElement* firstChild,
+                                         const CXmlSerializationContext& context) {
+    return object->FromXml_Int(element, firstChild, context, false);
+}
+
+void CXmlObjectBase::AttributesToXml_Int(const CXmlObjectBase* object, CXmlWriter* writer,
+                                         const CXmlSerializationContext& context) {
+    object->AttributesToXml_Int(writer, context);
+}
+
+void CXmlObjectBase::WriteDocument(CTextStream& stream, bool includeDocHeader, bool formatted, EOLType eol,
+                                   const CXmlSerializationContext& context) const {
+    CXmlTextWriter writer(stream);
+    writer.Open();
+    writer.SetFormat(formatted);
+    writer.SetEOLType(eol);
+    if (includeDocHeader) writer.WriteStartDocument();
+    std::string targetNamespace = GetTargetNamespace();
+    ToXml_Int(&writer, true, targetNamespace.c_str(), context, false);
+    writer.Close();
+}
+
+std::string CXmlObjectBase::ToXml(bool includeDocHeader, bool formatted, EOLType eol,
+                                  const CXmlSerializationContext& context) const {
+    CTextStream stream(Encoding_None);
+    WriteDocument(stream, includeDocHeader, formatted, eol, context);
+    return stream.GetText();
+}
+
+CBinaryData CXmlObjectBase::ToXmlStream(bool includeDocHeader, bool formatted, XmlEncoding encoding, EOLType eol,
+                                        const CXmlSerializationContext& context,
+                                        CompressionType compression) const {
+    CBinaryData data;
+    {
+        CTextStream stream(encoding);
+        WriteDocument(stream, includeDocHeader, formatted, eol, context);
+        data = stream.GetEncodedStream();
+    }
+    if (compression != Compression_None) CKvZip::CompressData(data, compression);
+    return data;
+}
+
+void CXmlObjectBase::ToXmlFile(const char* fileName, bool includeDocHeader, bool formatted, XmlEncoding encoding,
+                               EOLType eol, const CXmlSerializationContext& context,
+                               CompressionType compression) const {
+    if (compression == Compression_Zlib)
+        throw CKvException("ZLIB Compression only available for To Stream methods.");
+    if (detail::ASYNC_TOXMLFILE && compression == Compression_None) {
+        CFileTextStream stream(fileName, encoding);
+        WriteDocument(stream, includeDocHeader, formatted, eol, context);
+        return;
+    }
+    CBinaryData data = ToXmlStream(includeDocHeader, formatted, encoding, eol, context, compression);
+    CFileBinaryStream file(fileName, encoding, data);
+    file.ToFile();
+}
+
+CXmlObjectBase* CXmlObjectBase::Throw_IfPropertyIsNull(CXmlObjectBase* value, const char* propertyName) {
+    if (value) return value;
+    throw CKvInvalidParamException(
+        FormatString("The Property [%s] is mandatory, it may node be NULL", propertyName ? propertyName : ""));
+}
+
+void CXmlObjectBase::Throw_IfElementNameDiffers(CXmlObjectBase* value, const char* requiredName) {
+    if (!value) return;
+    std::string actual = value->GetBase()->GetElementName();
+    std::string required = requiredName ? requiredName : "";
+    if (actual != required) {
+        throw CKvInvalidParamException(FormatString(
+            "This property requrires an element with the name %s the element being set has the element name %s",
+            required.c_str(), actual.c_str()));
+    }
+}
+
+namespace {
+[[noreturn]] void ThrowChoiceTaken(const std::string& selected) {
+    throw CKvInvalidStateException(FormatString(
+        "The Property [%s] is already set. Only one element within this class bay be set at a time",
+        selected.c_str()));
+}
+}  // namespace
+
+void CXmlObjectBase::Choice_SelectElement(const char* name, CXmlObjectBase* value, std::string& selected) {
+    const char* member = name ? name : "";
+    if (selected == member) {
+        if (!value) selected.clear();
+    } else if (selected.empty()) {
+        selected = member;
+    } else if (value) {
+        ThrowChoiceTaken(selected);
+    }
+}
+
+void CXmlObjectBase::Choice_CollectionChanged(const char* name, int32_t count, std::string& selected) {
+    const char* member = name ? name : "";
+    if (selected == member) {
+        if (count == 0) selected.clear();
+    } else if (selected.empty()) {
+        if (count > 0) selected = member;
+    } else if (count != 0) {
+        ThrowChoiceTaken(selected);
+    }
+}
+
+void CXmlObjectBase::Choice_SetElementValid(bool valid, const char* name, std::string& selected) {
+    const char* member = name ? name : "";
+    if (!valid) {
+        selected.clear();
+    } else if (selected == member) {
+        selected = member;
+    } else {
+        // Only re-validating the selected member is accepted; a first
+        // selection goes through the other two helpers.
+        throw CKvInvalidStateException(FormatString(
+            "The Property %s is already set. Only one element within this class bay be set at a time",
+            selected.c_str()));
+    }
+}
+
+}  // namespace KvXmlLib10
