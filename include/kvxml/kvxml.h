@@ -11,6 +11,15 @@
 #include "kvxml/values/UnicodeConversion.h"
 #include "kvxml/values/Base64.h"
 #include "kvxml/values/BinaryData.h"
+#include "kvxml/values/StringUtils.h"
+#include "kvxml/values/Conversions.h"
+#include "kvxml/values/DateTime.h"
+#include "kvxml/values/DateTimeSpan.h"
+#include "kvxml/values/BigInteger.h"
+#include "kvxml/values/Decimal.h"
+#include "kvxml/values/WhitespaceUtils.h"
+
+#include "kvxml/validation/RegEx.h"
 
 #include "kvxml/output/OutputEnums.h"
 #include "kvxml/output/StringBuffer.h"
@@ -28,3 +37,9 @@
 #include "kvxml/core/NamespaceAliasMap.h"
 #include "kvxml/core/SerializationContext.h"
 #include "kvxml/core/XmlObjectBase.h"
+#include "kvxml/core/XmlObjectHelper.h"
+#include "kvxml/core/ClassFactoryBase.h"
+
+#include "kvxml/dom/XmlAttribute.h"
+#include "kvxml/dom/XmlElement.h"
+#include "kvxml/dom/XmlDocument.h"

@@ -2,6 +2,8 @@
 #include "kvxml/core/XmlObjectBase.h"
 
 #include "core/detail/ProcessSwitches.h"
+#include "kvxml/core/XmlObjectHelper.h"
+#include "kvxml/dom/XmlDocument.h"
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/output/BinaryStream.h"
@@ -123,6 +125,62 @@ void CXmlObjectBase::ToXmlFile(const char* fileName, bool includeDocHeader, bool
     CBinaryData data = ToXmlStream(includeDocHeader, formatted, encoding, eol, context, compression);
     CFileBinaryStream file(fileName, encoding, data);
     file.ToFile();
+}
+
+void CXmlObjectBase::ReadDocument(CXmlDocument& document, const CXmlSerializationContext& context) {
+    CXmlElement* root = document.GetDocumentElement();
+    if (root) FromXml_Int(root, root->GetFirstElement(), context, false);
+}
+
+void CXmlObjectBase::FromXmlFile(const char* fileName, const CXmlSerializationContext& context) {
+    CXmlDocument document(context);
+    document.Load(fileName);
+    ReadDocument(document, context);
+}
+
+void CXmlObjectBase::FromXml(const char* xmlText, const CXmlSerializationContext& context) {
+    CXmlDocument document(context);
+    document.LoadXml(xmlText);
+    ReadDocument(document, context);
+}
+
+void CXmlObjectBase::FromXml(const wchar_t* xmlText, const CXmlSerializationContext& context) {
+    CXmlDocument document(context);
+    document.LoadXml(xmlText);
+    ReadDocument(document, context);
+}
+
+void CXmlObjectBase::FromXmlStream(unsigned char* data, uint32_t length, const CXmlSerializationContext& context) {
+    CXmlDocument document(context);
+    document.LoadXmlStream(data, length);
+    ReadDocument(document, context);
+}
+
+void CXmlObjectBase::FromXmlStream(const CBinaryData& data, const CXmlSerializationContext& context) {
+    FromXmlStream(const_cast<unsigned char*>(data.GetData()), data.GetLength(), context);
+}
+
+void CXmlObjectBase::FromXmlElement(const CXmlElement* element, const CXmlSerializationContext& context) {
+    CXmlElement* writable = const_cast<CXmlElement*>(element);
+    FromXml_Int(writable, writable->GetFirstElement(), context, false);
+}
+
+bool CXmlObjectBase::IsNamespaceValid(const char* namespaceUri, const char* restriction,
+                                      const char* targetNamespace) const {
+    return CXmlObjectHelper::IsNamespaceValid(namespaceUri ? namespaceUri : "", restriction ? restriction : "",
+                                              targetNamespace ? targetNamespace : "");
+}
+
+bool CXmlObjectBase::TestNamespace(const char* namespaceUri, const char* restriction,
+                                   const char* targetNamespace) const {
+    return CXmlObjectHelper::TestNamespace(namespaceUri ? namespaceUri : "", restriction ? restriction : "",
+                                           targetNamespace ? targetNamespace : "");
+}
+
+bool CXmlObjectBase::DoesElementNameMatch(const CXmlSerializationContext& context, const CXmlElement* element,
+                                          const char* name, const char* namespaceUri) const {
+    return CXmlObjectHelper::DoesElementNameMatch(context, element, name ? name : "",
+                                                  namespaceUri ? namespaceUri : "");
 }
 
 CXmlObjectBase* CXmlObjectBase::Throw_IfPropertyIsNull(CXmlObjectBase* value, const char* propertyName) {

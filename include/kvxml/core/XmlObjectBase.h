@@ -21,6 +21,7 @@ namespace KvXmlLib10 {
 class CXmlWriter;
 class CXmlElement;
 class CTextStream;
+class CXmlDocument;
 
 /// When on, ToXmlFile without compression writes into the file while it
 /// serialises instead of building the document in memory first. Off at start.
@@ -57,6 +58,23 @@ public:
                                     const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext,
                                     CompressionType compression = Compression_None) const;
 
+    /// Loads a document and fills this object from its root element; the
+    /// document is destroyed afterwards, on success and on failure.
+    virtual void FromXmlFile(const char* fileName,
+                             const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext);
+    virtual void FromXml(const char* xmlText,
+                         const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext);
+    virtual void FromXml(const wchar_t* xmlText,
+                         const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext);
+    /// Plain, gzip- or zlib-compressed bytes; the caller keeps its buffer.
+    virtual void FromXmlStream(unsigned char* data, uint32_t length,
+                               const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext);
+    virtual void FromXmlStream(const CBinaryData& data,
+                               const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext);
+    /// Fills this object from an element already parsed.
+    virtual void FromXmlElement(const CXmlElement* element,
+                                const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext);
+
     virtual ~CXmlObjectBase();
 
     /// The namespace in which this object's element is written.
@@ -67,6 +85,12 @@ public:
     int32_t AddRef();
     /// Deletes the object when the count reaches 0; returns the new count.
     int32_t Release();
+
+    // The namespace rules of CXmlObjectHelper, for callers holding C strings.
+    bool IsNamespaceValid(const char* namespaceUri, const char* restriction, const char* targetNamespace) const;
+    bool TestNamespace(const char* namespaceUri, const char* restriction, const char* targetNamespace) const;
+    bool DoesElementNameMatch(const CXmlSerializationContext& context, const CXmlElement* element, const char* name,
+                              const char* namespaceUri) const;
 
     std::string GetElementName() const;
     void SetElementName(const char* name);
@@ -100,6 +124,7 @@ protected:
                                      const CXmlSerializationContext& context, bool flag) = 0;
 
 private:
+    void ReadDocument(CXmlDocument& document, const CXmlSerializationContext& context);
     void WriteDocument(CTextStream& stream, bool includeDocHeader, bool formatted, EOLType eol,
                        const CXmlSerializationContext& context) const;
 

@@ -1,0 +1,195 @@
+// ExpatReader.cpp - expat handlers building a CXmlDocument, and the chunked feed.
+//
+// expat is fed in pieces rather than in one call: given the whole input at
+// once it would first copy all of it into its own buffer. A token larger than
+// a piece (a huge start tag) makes expat rescan it on every call, so the piece
+// doubles whenever a call produced no event, keeping that rescanning linear.
+#include "dom/detail/ExpatReader.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+#include <string_view>
+
+#include "dom/detail/NodePool.h"
+#include "kvxml/core/SerializationContext.h"
+#include "kvxml/dom/XmlDocument.h"
+#include "kvxml/foundation/FormatString.h"
+#include "kvxml/foundation/KvException.h"
+
+namespace KvXmlLib10 {
+
+namespace {
+
+constexpr char kSeparator = '|';
+constexpr std::size_t kMaxChunkSize = std::size_t{1} << 30;  // XML_Parse takes an int
+
+constexpr std::string_view kCDataOpen = "<![CDATA[";
+constexpr std::string_view kCDataClose = "]]>";
+
+}  // namespace
+
+CExpatReader::CExpatReader(CXmlDocument& document) : m_document(document), m_names(*document.m_names) {}
+
+CExpatReader::~CExpatReader() { Cleanup(); }
+
+void CExpatReader::Cleanup() { m_local.reset(); }
+
+void CExpatReader::CreateParser() {
+    m_local = std::make_unique<detail::LocalText>();
+    XML_Parser parser = m_document.m_schemaType == SchemaType_NoNamespaces
+                            ? XML_ParserCreate(nullptr)
+                            : XML_ParserCreateNS(nullptr, kSeparator);
+    if (!parser) throw std::bad_alloc();
+    m_parser.reset(parser);
+    XML_SetUserData(parser, this);
+    XML_SetElementHandler(parser, FnStartElement, FnEndElement);
+    XML_SetNamespaceDeclHandler(parser, FnStartNamespace, FnEndNamespace);
+    XML_SetCharacterDataHandler(parser, FnText);
+    if (!m_document.m_context->GetStripCDATA()) {
+        XML_SetCdataSectionHandler(parser, FnStartCDATA, FnEndCDATA);
+    }
+}
+
+void CExpatReader::Parse(bool isFinal) {
+    if (!m_parser) CreateParser();
+    XML_Parser parser = m_parser.get();
+    const char* input = reinterpret_cast<const char*>(m_document.m_input);
+    const std::size_t length = m_document.m_inputLength;
+    static const char kNothing = '\0';
+    if (!input) input = &kNothing;
+
+    std::size_t done = 0;
+    std::size_t chunk = kChunkSize;
+    for (;;) {
+        const std::size_t piece = std::min(chunk, length - done);
+        const bool last = done + piece == length;
+        const uint64_t eventsBefore = m_events;
+        const XML_Status status =
+            XML_Parse(parser, input + done, static_cast<int>(piece), last && isFinal ? XML_TRUE : XML_FALSE);
+        if (m_error) {
+            // A handler failed and stopped the parser; its exception wins
+            // over expat's "parsing aborted".
+            std::exception_ptr error = m_error;
+            Cleanup();
+            m_parser.reset();
+            std::rethrow_exception(error);
+        }
+        if (status == XML_STATUS_ERROR) {
+            const XML_LChar* text = XML_ErrorString(XML_GetErrorCode(parser));
+            const XML_Size line = XML_GetCurrentLineNumber(parser);
+            const std::string message = FormatString("%s at line %d", text ? text : "",
+                                                     static_cast<int>(std::min<XML_Size>(line, INT_MAX)));
+            Cleanup();
+            m_parser.reset();
+            throw CKvException(message);
+        }
+        done += piece;
+        if (last) break;
+        chunk = m_events == eventsBefore ? std::min(chunk * 2, kMaxChunkSize) : kChunkSize;
+    }
+    if (isFinal) m_parser.reset();
+}
+
+template <class Action>
+void CExpatReader::Dispatch(void* userData, Action&& action) noexcept {
+    auto* self = static_cast<CExpatReader*>(userData);
+    // expat may still deliver a few events after a stop; they are ignored.
+    if (self->m_error) return;
+    ++self->m_events;
+    try {
+        action(*self);
+    } catch (...) {
+        self->m_error = std::current_exception();
+        XML_StopParser(self->m_parser.get(), XML_FALSE);
+    }
+}
+
+void XMLCALL CExpatReader::FnStartElement(void* userData, const char* name, const char** atts) {
+    Dispatch(userData, [name, atts](CExpatReader& self) { self.StartElement(name, atts); });
+}
+
+void XMLCALL CExpatReader::FnEndElement(void* userData, const char*) {
+    Dispatch(userData, [](CExpatReader& self) { self.m_document.EndElement(); });
+}
+
+void XMLCALL CExpatReader::FnStartNamespace(void* userData, const char* prefix, const char* uri) {
+    Dispatch(userData, [prefix, uri](CExpatReader& self) { self.StartNamespace(prefix, uri); });
+}
+
+void XMLCALL CExpatReader::FnEndNamespace(void*, const char*) {
+    // The prefix map is document-wide and never shrinks.
+}
+
+void XMLCALL CExpatReader::FnText(void* userData, const char* text, int length) {
+    Dispatch(userData, [text, length](CExpatReader& self) { self.Text(text, length); });
+}
+
+void XMLCALL CExpatReader::FnStartCDATA(void* userData) {
+    Dispatch(userData, [](CExpatReader& self) { self.AppendLiteral(kCDataOpen.data(), kCDataOpen.size()); });
+}
+
+void XMLCALL CExpatReader::FnEndCDATA(void* userData) {
+    Dispatch(userData, [](CExpatReader& self) { self.AppendLiteral(kCDataClose.data(), kCDataClose.size()); });
+}
+
+const detail::QualifiedName& CExpatReader::ResolveName(const char* raw) {
+    const std::string_view spelling(raw);
+    if (const detail::QualifiedName* known = m_names.FindRaw(spelling)) return *known;
+
+    // expat spells a namespaced name "uri|local" and refuses URIs holding the
+    // separator; without namespace processing a prefix stays in the name.
+    // Splitting before converting keeps the split on the UTF-8 bytes, where
+    // '|' cannot be part of another character.
+    const std::size_t bar = spelling.find(kSeparator);
+    const std::string_view uriPart = bar == std::string_view::npos ? std::string_view() : spelling.substr(0, bar);
+    const std::string_view localPart = bar == std::string_view::npos ? spelling : spelling.substr(bar + 1);
+    detail::QualifiedName name{};
+    name.uri = m_names.Intern(m_local->Convert(uriPart.data(), uriPart.size()));
+    name.localName = m_names.Intern(m_local->Convert(localPart.data(), localPart.size()));
+    return m_names.AddRaw(spelling, name);
+}
+
+CXmlElement* CExpatReader::Top() const {
+    return m_document.m_stack.empty() ? nullptr : m_document.m_stack.back().element;
+}
+
+void CExpatReader::StartElement(const char* name, const char** atts) {
+    const detail::QualifiedName& qualified = ResolveName(name);
+    CXmlElement* element = m_document.OpenChild(qualified.uri, qualified.localName);
+
+    std::size_t count = 0;
+    while (atts[count]) count += 2;
+    if (count == 0) return;
+    element->m_attributes = new std::vector<CXmlAttribute*>;
+    element->m_attributes->reserve(count / 2);  // exact: no growth slack per element
+    for (std::size_t i = 0; i < count; i += 2) {
+        const detail::QualifiedName& attributeName = ResolveName(atts[i]);
+        const std::string_view value = m_local->Convert(atts[i + 1], std::strlen(atts[i + 1]));
+        std::unique_ptr<CXmlAttribute> attribute(
+            new (*m_document.m_nodes) CXmlAttribute(attributeName.localName, std::string(value), attributeName.uri));
+        element->m_attributes->push_back(attribute.get());
+        attribute.release();
+    }
+}
+
+void CExpatReader::Text(const char* text, int length) {
+    CXmlElement* top = Top();
+    if (!top || length <= 0) return;
+    // The parser never reports a NUL character, so only CRs need removing.
+    const std::string_view local = m_local->Convert(text, static_cast<std::size_t>(length));
+    detail::AppendExcludingCR(top->m_text, local.data(), local.size());
+}
+
+void CExpatReader::AppendLiteral(const char* text, std::size_t length) {
+    if (CXmlElement* top = Top()) top->m_text.append(text, length);
+}
+
+void CExpatReader::StartNamespace(const char* prefix, const char* uri) {
+    // A default declaration has no prefix; an undeclaration has no URI.
+    std::string prefixText(prefix ? m_local->Convert(prefix, std::strlen(prefix)) : std::string_view());
+    const std::string_view uriText = uri ? m_local->Convert(uri, std::strlen(uri)) : std::string_view();
+    m_document.SetAlias(prefixText.data(), prefixText.size(), uriText.data(), uriText.size());
+}
+
+}  // namespace KvXmlLib10

@@ -1,0 +1,303 @@
+// XmlDocument.cpp - loading input, tree building and the element callback.
+#include "kvxml/dom/XmlDocument.h"
+
+#include <cstdio>
+#include <cstring>
+#include <cwchar>
+#include <string_view>
+
+#include <sys/stat.h>
+
+#include "dom/detail/ExpatReader.h"
+#include "dom/detail/NameTable.h"
+#include "dom/detail/NodePool.h"
+#include "kvxml/foundation/FormatString.h"
+#include "kvxml/foundation/KvException.h"
+#include "kvxml/output/KvZip.h"
+
+namespace KvXmlLib10 {
+
+namespace {
+
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
+
+// Length of an open file, or -1 when it cannot be told. Only regular files
+// have one: a directory would report LONG_MAX, a pipe nothing useful.
+long FileLength(std::FILE* file) {
+    struct stat status;
+    if (fstat(fileno(file), &status) != 0 || !S_ISREG(status.st_mode)) return -1;
+    if (std::fseek(file, 0, SEEK_END) != 0) return -1;
+    const long length = std::ftell(file);
+    if (length < 0 || std::fseek(file, 0, SEEK_SET) != 0) return -1;
+    return length;
+}
+
+// Whether inflate could accept the bytes at all: a gzip magic number, or a
+// zlib header (deflate method, window of at most 32 KiB, check bits). Plain
+// XML never looks like either, so it is never copied just to be refused.
+bool MayBeCompressed(const unsigned char* data, std::size_t length) {
+    if (length < 2 || length > UINT32_MAX) return false;
+    if (data[0] == 0x1F && data[1] == 0x8B) return true;
+    return (data[0] & 0x0F) == 8 && (data[0] >> 4) <= 7 && ((data[0] << 8) | data[1]) % 31 == 0;
+}
+
+std::string_view ViewOf(const char* text) { return text ? std::string_view(text) : std::string_view(); }
+
+}  // namespace
+
+// ---- construction ----
+
+CXmlDocument::CXmlDocument()
+    : CInstanceMonitor("CXmlDocument"), m_context(&CXmlSerializationContext::m_defaultContext) {
+    Init();
+}
+
+CXmlDocument::CXmlDocument(const CXmlSerializationContext& context)
+    : CInstanceMonitor("CXmlDocument"), m_context(&context) {
+    Init();
+}
+
+CXmlDocument::CXmlDocument(bool (*callback)(CXmlElement*))
+    : CInstanceMonitor("CXmlDocument"), m_callback(callback),
+      m_context(&CXmlSerializationContext::m_defaultContext) {
+    Init();
+}
+
+CXmlDocument::CXmlDocument(bool (*callback)(CXmlElement*), const CXmlSerializationContext& context)
+    : CInstanceMonitor("CXmlDocument"), m_callback(callback), m_context(&context) {
+    Init();
+}
+
+CXmlDocument::~CXmlDocument() { CXmlDocument::Cleanup(); }
+
+void CXmlDocument::Init() {
+    m_documentElement = nullptr;
+    ReleaseInput();
+    m_schemaType = m_context->GetSchemaType();
+    m_names = std::make_unique<detail::NameTable>();
+    m_nodes = std::make_unique<detail::NodePool>();
+}
+
+void CXmlDocument::Cleanup() {
+    m_stack.clear();
+    delete m_documentElement;
+    m_documentElement = nullptr;
+    ReleaseInput();
+    // Only after the tree is gone: its nodes point into both.
+    m_nodes->Reset();
+    m_names->Clear();
+}
+
+// ---- loading ----
+
+void CXmlDocument::SetInput(const unsigned char* data, std::size_t length) {
+    m_input = data;
+    m_inputLength = length;
+}
+
+void CXmlDocument::ReleaseInput() {
+    m_input = nullptr;
+    m_inputLength = 0;
+    m_buffer.reset();
+}
+
+void CXmlDocument::Load(const char* fileName) {
+    Cleanup();
+    const char* name = fileName ? fileName : "";
+    FilePtr file(std::fopen(name, "rt"));
+    if (!file) throw CKvException(FormatString("Failed to open the file [%s]", name));
+
+    const long length = FileLength(file.get());
+    if (length < 0) {
+        const int error = std::ferror(file.get());
+        file.reset();
+        throw CKvException(FormatString("Failed to get the size of the file [%s] Error [%n]", name, error));
+    }
+    std::unique_ptr<unsigned char[]> buffer(new unsigned char[length > 0 ? static_cast<std::size_t>(length) : 1]);
+    const std::size_t read = length > 0 ? std::fread(buffer.get(), 1, static_cast<std::size_t>(length), file.get()) : 0;
+    if (read == 0 || read != static_cast<std::size_t>(length)) {
+        const int error = std::ferror(file.get());
+        file.reset();
+        throw CKvException(FormatString("Failed to read the contents of the file [%s] Error [%n]", name, error));
+    }
+    file.reset();
+    m_buffer = std::move(buffer);
+    SetInput(m_buffer.get(), read);
+    Parse();
+}
+
+void CXmlDocument::LoadXmlStream(unsigned char* data, uint32_t length) {
+    Cleanup();
+    if (!data || length == 0) throw CKvException("XML Stream is empty!");
+    // Parsed in place: the caller's bytes stay valid for the whole call.
+    SetInput(data, length);
+    Parse();
+}
+
+void CXmlDocument::LoadXml(const char* text) {
+    Cleanup();
+    const std::size_t length = text ? std::strlen(text) : 0;
+    if (length == 0) throw CKvException("XML String is empty!");
+    SetInput(reinterpret_cast<const unsigned char*>(text), length);
+    ParseText();
+}
+
+void CXmlDocument::LoadXml(const wchar_t* text) {
+    Cleanup();
+    const std::size_t count = text ? std::wcslen(text) : 0;
+    if (count == 0) throw CKvException("XML String is empty!");
+    // UTF-16 little endian behind a byte-order mark, which expat detects.
+    const std::size_t length = 2 * count + 2;
+    std::unique_ptr<unsigned char[]> buffer(new unsigned char[length]);
+    unsigned char* out = buffer.get();
+    *out++ = 0xFF;
+    *out++ = 0xFE;
+    for (std::size_t i = 0; i < count; ++i) {
+        const uint32_t unit = static_cast<uint32_t>(text[i]) & 0xFFFF;  // beyond the BMP: cut to 16 bits
+        *out++ = static_cast<unsigned char>(unit & 0xFF);
+        *out++ = static_cast<unsigned char>(unit >> 8);
+    }
+    m_buffer = std::move(buffer);
+    SetInput(m_buffer.get(), length);
+    ParseText();
+}
+
+void CXmlDocument::InflateIfCompressed() {
+    if (!MayBeCompressed(m_input, m_inputLength)) return;
+    if (m_input != m_buffer.get()) {
+        std::unique_ptr<unsigned char[]> copy(new unsigned char[m_inputLength]);
+        std::memcpy(copy.get(), m_input, m_inputLength);
+        m_buffer = std::move(copy);
+    }
+    unsigned char* data = m_buffer.release();
+    uint32_t length = static_cast<uint32_t>(m_inputLength);
+    try {
+        CKvZip::Decompress(&data, &length);
+    } catch (...) {
+        m_buffer.reset(data);
+        throw;
+    }
+    m_buffer.reset(data);
+    SetInput(m_buffer.get(), length);
+}
+
+void CXmlDocument::Parse() {
+    InflateIfCompressed();
+    // FAST INFOSET GOES HERE: offer the (inflated) bytes to the Fast Infoset
+    // reader built on m_context's Fast Infoset context; when it takes them,
+    // drop the input and return instead of parsing XML text.
+    ParseText();
+}
+
+void CXmlDocument::ParseText() {
+    // The input is needed only while expat runs; the tree never points into it.
+    struct InputRelease {
+        CXmlDocument& document;
+        ~InputRelease() { document.ReleaseInput(); }
+    } release{*this};
+    CExpatReader reader(*this);
+    reader.CreateParser();
+    reader.Parse(true);
+}
+
+// ---- lookups ----
+
+std::string CXmlDocument::LookupNamespaceFromAlias(const char* prefix) const {
+    auto found = m_aliases.find(ViewOf(prefix));
+    return found == m_aliases.end() ? std::string() : found->second;
+}
+
+void CXmlDocument::SetAlias(const char* prefix, std::size_t prefixLength, const char* uri, std::size_t uriLength) {
+    const std::string_view key(prefix, prefixLength);
+    auto found = m_aliases.find(key);
+    if (found == m_aliases.end()) {
+        m_aliases.emplace(std::string(key), std::string(uri, uriLength));
+    } else {
+        found->second.assign(uri, uriLength);
+    }
+}
+
+// ---- tree building ----
+
+CXmlElement* CXmlDocument::OpenChild(const std::string* uri, const std::string* localName) {
+    auto element = std::unique_ptr<CXmlElement>(new (*m_nodes) CXmlElement(this, uri, localName));
+    // Grow before linking, so that the push below cannot throw.
+    if (m_stack.size() == m_stack.capacity()) m_stack.reserve(m_stack.empty() ? 16 : 2 * m_stack.size());
+    CXmlElement* parent = !m_stack.empty() ? m_stack.back().element : m_documentElement;
+    CXmlElement* previous = nullptr;
+    if (parent) {
+        previous = parent->m_lastChild;
+        parent->AppendChild(element.get());
+    } else {
+        m_documentElement = element.get();
+    }
+    m_stack.push_back(OpenElement{element.get(), previous});
+    return element.release();
+}
+
+CXmlElement* CXmlDocument::AddDocElement(const char* uri, const char* localName) {
+    // A second root cannot come from well-formed input; it joins the tree
+    // like any other element rather than replacing the first.
+    return OpenChild(m_names->Intern(ViewOf(uri)), m_names->Intern(ViewOf(localName)));
+}
+
+CXmlElement* CXmlDocument::AddChildElement(const char* uri, const char* localName) {
+    return OpenChild(m_names->Intern(ViewOf(uri)), m_names->Intern(ViewOf(localName)));
+}
+
+void CXmlDocument::AddElementAttribute(CXmlElement* element, const std::string& localName, const std::string& value,
+                                       const std::string& uri) {
+    if (element) element->AddAttribute(localName, value, uri);
+}
+
+void CXmlDocument::AppendTextExcludingCR(CXmlElement* element, const char* text) {
+    if (!element || !text) return;
+    const std::string_view view(text);
+    detail::AppendExcludingCR(element->m_text, view.data(), view.size());
+}
+
+void CXmlDocument::AppendTextExcludingCR(CXmlElement* element, const char* text, uint32_t length) {
+    if (!element || !text) return;
+    const void* nul = std::memchr(text, '\0', length);
+    const std::size_t used = nul ? static_cast<std::size_t>(static_cast<const char*>(nul) - text) : length;
+    detail::AppendExcludingCR(element->m_text, text, used);
+}
+
+void CXmlDocument::EndElement() {
+    if (m_stack.empty()) return;
+    const OpenElement closed = m_stack.back();
+    m_stack.pop_back();
+    if (!m_callback || !m_callback(closed.element)) {
+        // Text merged from many pieces (indentation between children) ends
+        // with up to half its capacity unused; a kept element gives it back.
+        std::string& text = closed.element->m_text;
+        if (text.capacity() - text.size() >= 16) text.shrink_to_fit();
+        return;
+    }
+    // The document element stays whatever the callback says: it has no parent
+    // to be removed from.
+    if (m_stack.empty()) return;
+    CXmlElement* parent = m_stack.back().element;
+    CXmlElement* removed = nullptr;
+    if (parent->m_lastChild == closed.element &&
+        (closed.previous ? closed.previous->m_nextSibling == closed.element
+                         : parent->m_firstChild == closed.element)) {
+        // Constant time: the sibling before it was noted when it opened.
+        if (closed.previous) {
+            closed.previous->m_nextSibling = nullptr;
+        } else {
+            parent->m_firstChild = nullptr;
+        }
+        parent->m_lastChild = closed.previous;
+        removed = closed.element;
+    } else {
+        // The callback rearranged the parent's children itself.
+        removed = parent->RemoveLastChildElement();
+    }
+    delete removed;
+}
+
+}  // namespace KvXmlLib10

@@ -1,0 +1,162 @@
+// XmlElement.cpp - element and attribute nodes of the document tree.
+#include "kvxml/dom/XmlElement.h"
+
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+#include "dom/detail/NameTable.h"
+#include "dom/detail/NodePool.h"
+#include "kvxml/dom/XmlDocument.h"
+
+namespace KvXmlLib10 {
+
+namespace {
+
+constexpr std::string_view kXsiNamespace = "http://www.w3.org/2001/XMLSchema-instance";
+constexpr std::string_view kXmlnsNamespace = "http://www.w3.org/2000/xmlns/";
+
+bool IsInstanceOrXmlnsNamespace(const std::string& uri) { return uri == kXsiNamespace || uri == kXmlnsNamespace; }
+
+}  // namespace
+
+// ---- CXmlAttribute ----
+
+CXmlAttribute::CXmlAttribute(const std::string* localName, std::string value, const std::string* namespaceURI)
+    : CInstanceMonitor("CXmlAttribute"), m_localName(localName), m_value(std::move(value)),
+      m_namespaceURI(namespaceURI) {}
+
+CXmlAttribute::~CXmlAttribute() = default;
+
+void* CXmlAttribute::operator new(std::size_t size, detail::NodePool& pool) { return pool.Allocate(size); }
+
+void CXmlAttribute::operator delete(void* node, detail::NodePool&) noexcept {
+    detail::NodePool::Free(node, sizeof(CXmlAttribute));
+}
+
+void CXmlAttribute::operator delete(void* node, std::size_t size) noexcept { detail::NodePool::Free(node, size); }
+
+bool CXmlAttribute::IsNilAttribute() const {
+    return IsInstanceOrXmlnsNamespace(*m_namespaceURI) && *m_localName == "nil";
+}
+
+bool CXmlAttribute::IsNamespaceAttribute() const {
+    if (!IsInstanceOrXmlnsNamespace(*m_namespaceURI)) return false;
+    const std::string& name = *m_localName;
+    return name == "xmlns" || name == "type" || name == "nil" || name == "schemaLocation" ||
+           name == "noNamespaceSchemaLocation";
+}
+
+// ---- CXmlElement ----
+
+CXmlElement::CXmlElement(const CXmlDocument* document, const std::string* namespaceURI,
+                         const std::string* localName)
+    : CInstanceMonitor("CXmlElement"), m_document(document), m_localName(localName),
+      m_namespaceURI(namespaceURI) {}
+
+void* CXmlElement::operator new(std::size_t size, detail::NodePool& pool) { return pool.Allocate(size); }
+
+void CXmlElement::operator delete(void* node, detail::NodePool&) noexcept {
+    detail::NodePool::Free(node, sizeof(CXmlElement));
+}
+
+void CXmlElement::operator delete(void* node, std::size_t size) noexcept { detail::NodePool::Free(node, size); }
+
+CXmlElement::~CXmlElement() {
+    if (m_attributes) {
+        for (CXmlAttribute* attribute : *m_attributes) delete attribute;
+        delete m_attributes;
+    }
+
+    // Deleting children recursively would need one stack frame per level.
+    // Instead each child's own children are spliced into the pending chain
+    // before it is deleted, so every delete below meets a childless element.
+    CXmlElement* pending = m_firstChild;
+    m_firstChild = m_lastChild = nullptr;
+    while (pending) {
+        CXmlElement* element = pending;
+        pending = element->m_nextSibling;
+        if (element->m_firstChild) {
+            element->m_lastChild->m_nextSibling = pending;
+            pending = element->m_firstChild;
+            element->m_firstChild = element->m_lastChild = nullptr;
+        }
+        element->m_nextSibling = nullptr;
+        delete element;
+    }
+}
+
+const std::vector<CXmlAttribute*>& CXmlElement::GetAttributes() const {
+    // Most elements have no attributes; they share one empty list instead of
+    // each carrying a vector.
+    static const std::vector<CXmlAttribute*>* const none = new std::vector<CXmlAttribute*>;
+    return m_attributes ? *m_attributes : *none;
+}
+
+const std::string& CXmlElement::GetAttribute(const std::string& localName, const std::string& uri) const {
+    for (const CXmlAttribute* attribute : GetAttributes()) {
+        if (attribute->GetLocalName() == localName && attribute->GetNamespaceURI() == uri) {
+            return attribute->GetValue();
+        }
+    }
+    return detail::EmptyString();
+}
+
+void CXmlElement::AppendChild(CXmlElement* child) {
+    if (m_lastChild) {
+        m_lastChild->m_nextSibling = child;
+    } else {
+        m_firstChild = child;
+    }
+    m_lastChild = child;
+}
+
+CXmlElement* CXmlElement::CreateNewChildElement() {
+    const std::string* empty = &detail::EmptyString();
+    auto* child = new (*m_document->m_nodes) CXmlElement(m_document, empty, empty);
+    AppendChild(child);
+    return child;
+}
+
+CXmlElement* CXmlElement::RemoveLastChildElement() {
+    CXmlElement* last = m_lastChild;
+    if (!last) return nullptr;
+    if (m_firstChild == last) {
+        m_firstChild = m_lastChild = nullptr;
+        return last;
+    }
+    CXmlElement* previous = m_firstChild;
+    while (previous->m_nextSibling != last) previous = previous->m_nextSibling;
+    previous->m_nextSibling = nullptr;
+    m_lastChild = previous;
+    return last;
+}
+
+void CXmlElement::SetNamespace(const char* uri) {
+    m_namespaceURI = m_document->m_names->Intern(uri ? std::string_view(uri) : std::string_view());
+}
+
+void CXmlElement::SetElementName(const char* name) {
+    m_localName = m_document->m_names->Intern(name ? std::string_view(name) : std::string_view());
+}
+
+void CXmlElement::AppendText(const char* text) {
+    if (text) m_text.append(text);
+}
+
+void CXmlElement::AppendText(const char* text, int length) {
+    // std::string grows to the larger of twice its capacity and the need,
+    // so merging many pieces stays linear.
+    if (text && length > 0) m_text.append(text, static_cast<std::size_t>(length));
+}
+
+void CXmlElement::AddAttribute(const std::string& localName, const std::string& value, const std::string& uri) {
+    detail::NameTable& names = *m_document->m_names;
+    std::unique_ptr<CXmlAttribute> attribute(
+        new (*m_document->m_nodes) CXmlAttribute(names.Intern(localName), value, names.Intern(uri)));
+    if (!m_attributes) m_attributes = new std::vector<CXmlAttribute*>;
+    m_attributes->push_back(attribute.get());
+    attribute.release();
+}
+
+}  // namespace KvXmlLib10

@@ -1,0 +1,72 @@
+// ExpatReader.h - turns expat's callbacks over a document's input into tree-building calls.
+//
+// Created, used once and destroyed inside CXmlDocument::ParseText. No C++
+// exception may unwind through expat's C frames: every handler catches what
+// it raises, stops the parser and lets Parse rethrow once expat has returned.
+#pragma once
+
+#include <expat.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <memory>
+
+#include "dom/detail/LocalText.h"
+#include "dom/detail/NameTable.h"
+
+namespace KvXmlLib10 {
+
+class CXmlDocument;
+class CXmlElement;
+
+class CExpatReader {
+public:
+    explicit CExpatReader(CXmlDocument& document);
+    ~CExpatReader();
+    CExpatReader(const CExpatReader&) = delete;
+    CExpatReader& operator=(const CExpatReader&) = delete;
+
+    /// Creates the parser (namespace aware unless the document's schema type
+    /// is 2) and registers the handlers.
+    void CreateParser();
+    /// Parses the document's whole input; throws CKvException
+    /// "%s at line %d" on malformed input and rethrows what a handler raised.
+    void Parse(bool isFinal);
+
+    static void XMLCALL FnStartElement(void* userData, const char* name, const char** atts);
+    static void XMLCALL FnEndElement(void* userData, const char* name);
+    static void XMLCALL FnStartNamespace(void* userData, const char* prefix, const char* uri);
+    static void XMLCALL FnEndNamespace(void* userData, const char* prefix);
+    static void XMLCALL FnText(void* userData, const char* text, int length);
+    static void XMLCALL FnStartCDATA(void* userData);
+    static void XMLCALL FnEndCDATA(void* userData);
+
+    /// Bytes handed to expat per call while it keeps making progress.
+    static constexpr std::size_t kChunkSize = 64 * 1024;
+
+private:
+    struct ParserDeleter {
+        void operator()(XML_ParserStruct* parser) const { XML_ParserFree(parser); }
+    };
+
+    template <class Action>
+    static void Dispatch(void* userData, Action&& action) noexcept;
+
+    void Cleanup();
+    void StartElement(const char* name, const char** atts);
+    void Text(const char* text, int length);
+    void StartNamespace(const char* prefix, const char* uri);
+    void AppendLiteral(const char* text, std::size_t length);
+    const detail::QualifiedName& ResolveName(const char* raw);
+    CXmlElement* Top() const;
+
+    CXmlDocument& m_document;
+    detail::NameTable& m_names;
+    std::unique_ptr<detail::LocalText> m_local;
+    std::unique_ptr<XML_ParserStruct, ParserDeleter> m_parser;
+    std::exception_ptr m_error;
+    uint64_t m_events = 0;
+};
+
+}  // namespace KvXmlLib10
