@@ -18,8 +18,10 @@
 #include "kvxml/values/BigInteger.h"
 #include "kvxml/values/Decimal.h"
 #include "kvxml/values/WhitespaceUtils.h"
+#include "kvxml/values/Variant.h"
 
 #include "kvxml/validation/RegEx.h"
+#include "kvxml/validation/PrimitiveRestrictions.h"
 
 #include "kvxml/output/OutputEnums.h"
 #include "kvxml/output/StringBuffer.h"
