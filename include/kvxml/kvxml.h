@@ -41,6 +41,13 @@
 #include "kvxml/core/XmlObjectBase.h"
 #include "kvxml/core/XmlObjectHelper.h"
 #include "kvxml/core/ClassFactoryBase.h"
+#include "kvxml/core/XmlGeneratedClass.h"
+
+#include "kvxml/metadata/ParentElementInfo.h"
+#include "kvxml/metadata/ElementInfo.h"
+#include "kvxml/metadata/ElementInfoPrimitive.h"
+#include "kvxml/metadata/ElementInfoEnumeration.h"
+#include "kvxml/metadata/AttributeInfo.h"
 
 #include "kvxml/dom/XmlAttribute.h"
 #include "kvxml/dom/XmlElement.h"

@@ -16,6 +16,10 @@
 #include "kvxml/output/OutputEnums.h"
 #include "kvxml/values/BinaryData.h"
 
+namespace KvXmlLib10Data {
+class CElementInfo;
+}
+
 namespace KvXmlLib10 {
 
 class CXmlWriter;
@@ -124,6 +128,10 @@ protected:
                                      const CXmlSerializationContext& context, bool flag) = 0;
 
 private:
+    // Descriptors read child objects with the caller's flag, which the
+    // public trampoline does not pass on.
+    friend class KvXmlLib10Data::CElementInfo;
+
     void ReadDocument(CXmlDocument& document, const CXmlSerializationContext& context);
     void WriteDocument(CTextStream& stream, bool includeDocHeader, bool formatted, EOLType eol,
                        const CXmlSerializationContext& context) const;

@@ -41,6 +41,9 @@ public:
     /// The type's name ("i4", "datetime", ...). Throws CKvException
     /// "Invalid Type %d" for an empty variant and for codes 27 and 28.
     std::string GetType() const;
+    /// The code of the value held (0 when empty; 27 and 28 for objects and
+    /// collections); a nil variant keeps the code it had.
+    ItemType GetItemType() const { return static_cast<ItemType>(m_type); }
 
     // Each setter frees the current value and leaves the variant valued, not nil.
     void SetHexBinary(const CBinaryData& value);

@@ -1,0 +1,130 @@
+// AttributeInfo.h - descriptors of the attributes of a generated class.
+//
+// The engine asks each descriptor to write its attribute while the start tag
+// is open, offers each attribute of a read element to the descriptors in
+// turn, and finally lets each validate that a required attribute was seen.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "kvxml/foundation/Export.h"
+#include "kvxml/metadata/ElementInfo.h"
+#include "kvxml/validation/PrimitiveRestrictions.h"
+#include "kvxml/values/ItemType.h"
+#include "kvxml/values/WhitespaceUtils.h"
+
+namespace KvXmlLib10 {
+class CXmlAttribute;
+}
+
+namespace KvXmlLib10Data {
+
+using KvXmlLib10::CXmlAttribute;
+
+/// Base of every attribute descriptor; immutable and shared.
+class KVXML_API CAttributeInfo {
+public:
+    /// The strings are copied; a null default value is stored as "".
+    CAttributeInfo(const char* attributeName, const char* namespaceUri, int32_t propertyId, bool optional,
+                   const char* defaultValue);
+    virtual ~CAttributeInfo();
+    CAttributeInfo(const CAttributeInfo&) = delete;
+    CAttributeInfo& operator=(const CAttributeInfo&) = delete;
+
+    /// Writes the attribute of object onto the open element, or nothing.
+    virtual void AttributeToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
+                                CXmlWriter* writer) const = 0;
+    /// Takes the attribute into object and returns true when it belongs to
+    /// this descriptor; false leaves everything alone.
+    virtual bool AttributeFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
+                                  CXmlAttribute* attribute) = 0;
+    /// Called once after every attribute of an element was offered; found
+    /// tells whether this descriptor took one.
+    virtual bool Validate(const CXmlSerializationContext& context, bool found) const = 0;
+
+    void ReadProperty(const CXmlGeneratedClass* object, KvVariant& value) const;
+    void AccessProperty(CXmlGeneratedClass* object, bool read, KvVariant& value) const;
+    /// Same local name (exact bytes) and, unless the context ignores
+    /// namespaces, the same namespace URI. Null never matches.
+    bool IsThisAttribute(const CXmlSerializationContext& context, const CXmlAttribute* attribute) const;
+    /// The wildcard namespace rules (restriction notation "##any" ...).
+    static bool IsNamespaceValid(const char* namespaceUri, const char* restriction, const char* targetNamespace);
+    /// As IsNamespaceValid; throws CKvInvalidNamespaceException instead of false.
+    static bool TestNamespace(const char* namespaceUri, const char* restriction, const char* targetNamespace);
+    /// The namespace in which object's element is written.
+    static std::string GetTargetNamespace(const CXmlObjectBase* object);
+    /// Lets object write itself (its last flag false).
+    static void ToXml_Int(const CXmlObjectBase* object, CXmlWriter* writer, bool isRoot, const char* targetNamespace,
+                          const CXmlSerializationContext& context);
+
+    const std::string& GetAttributeName() const { return m_attributeName; }
+    const std::string& GetNamespaceURI() const { return m_namespaceUri; }
+    int32_t GetPropertyId() const { return m_propertyId; }
+    bool IsOptional() const { return m_optional; }
+    const std::string& GetDefaultValue() const { return m_defaultValue; }
+
+private:
+    std::string m_attributeName;
+    std::string m_namespaceUri;
+    int32_t m_propertyId;
+    bool m_optional;
+    std::string m_defaultValue;
+};
+
+/// An attribute holding one primitive value. Facets are checked on writing
+/// only. Matching on reading is always by name and namespace: this kind does
+/// not honour the context's ignore-namespaces option.
+class KVXML_API CAttributeInfoPrimitive : public CAttributeInfo {
+public:
+    CAttributeInfoPrimitive(const char* attributeName, const char* namespaceUri, int32_t propertyId, bool optional,
+                            ItemType itemType, const char* numberFormat,
+                            CWhitespaceUtils::WhitespaceRule whitespaceRule, const CPrimitiveRestrictions& restrictions,
+                            const char* defaultValue);
+    ~CAttributeInfoPrimitive() override;
+
+    /// An unset optional value writes nothing; an unset required one fails
+    /// in the conversion. With NoOptionalAttributeDefaultOutput an optional
+    /// value whose text equals the default exactly is left out.
+    void AttributeToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
+                        CXmlWriter* writer) const override;
+    bool AttributeFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
+                          CXmlAttribute* attribute) override;
+    /// Throws CKvValidationException "Failed to find the required Attribute [%s]".
+    bool Validate(const CXmlSerializationContext& context, bool found) const override;
+    /// Throws what the facet checker throws.
+    void CheckRestriction(const KvVariant& value) const;
+
+    ItemType GetItemType() const { return m_itemType; }
+    const std::string& GetNumberFormat() const { return m_numberFormat; }
+    CWhitespaceUtils::WhitespaceRule GetWhitespaceRule() const { return m_whitespaceRule; }
+    const CPrimitiveRestrictions& GetRestrictions() const { return m_restrictions; }
+
+private:
+    ItemType m_itemType;
+    std::string m_numberFormat;
+    CWhitespaceUtils::WhitespaceRule m_whitespaceRule;
+    CPrimitiveRestrictions m_restrictions;
+};
+
+/// An attribute holding an enumeration value as a 32-bit integer. Matches
+/// through IsThisAttribute, so ignore-namespaces is honoured.
+class KVXML_API CAttributeInfoEnum : public CAttributeInfo {
+public:
+    CAttributeInfoEnum(const char* attributeName, const char* namespaceUri, int32_t propertyId, bool optional,
+                       EnumToStringFunc enumToString, StringToEnumFunc stringToEnum, const char* defaultValue);
+    ~CAttributeInfoEnum() override;
+
+    void AttributeToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
+                        CXmlWriter* writer) const override;
+    bool AttributeFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
+                          CXmlAttribute* attribute) override;
+    /// Throws CKvValidationException "Failed to find the required Attribute [%s]".
+    bool Validate(const CXmlSerializationContext& context, bool found) const override;
+
+private:
+    EnumToStringFunc m_enumToString;
+    StringToEnumFunc m_stringToEnum;
+};
+
+}  // namespace KvXmlLib10Data

@@ -1,0 +1,86 @@
+// ElementInfoPrimitive.h - descriptors of child elements holding one primitive value.
+//
+// Arguments after name, namespace URI and property id: nillable, item type,
+// number format (may be null; used for float, double and decimal), whitespace
+// rule applied on reading, facets checked on writing.
+#pragma once
+
+#include "kvxml/metadata/ElementInfo.h"
+
+namespace KvXmlLib10Data {
+
+/// Mandatory member of a sequence: searches for its element (see the
+/// context's ignore options) and fails with "Failed to find a required element [%s]".
+class KVXML_API CElementInfoSeqPrimMnd : public CElementInfoSeq {
+public:
+    CElementInfoSeqPrimMnd(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable,
+                           ItemType itemType, const char* numberFormat,
+                           CWhitespaceUtils::WhitespaceRule whitespaceRule, const CPrimitiveRestrictions& restrictions);
+    ~CElementInfoSeqPrimMnd() override;
+    bool ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
+                      CXmlWriter* writer) const override;
+    bool ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement* parent,
+                        CXmlElement** current, const char* namespaceUri, XmlElementType elementType) override;
+};
+
+/// Optional member of a sequence: no match leaves object and cursor alone.
+class KVXML_API CElementInfoSeqPrimOpt : public CElementInfoSeq {
+public:
+    CElementInfoSeqPrimOpt(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable,
+                           ItemType itemType, const char* numberFormat,
+                           CWhitespaceUtils::WhitespaceRule whitespaceRule, const CPrimitiveRestrictions& restrictions);
+    ~CElementInfoSeqPrimOpt() override;
+    bool ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
+                      CXmlWriter* writer) const override;
+    bool ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement* parent,
+                        CXmlElement** current, const char* namespaceUri, XmlElementType elementType) override;
+};
+
+/// Mandatory member of an all group; Validate reports it missing.
+class KVXML_API CElementInfoAllPrimMnd : public CElementInfoAll {
+public:
+    CElementInfoAllPrimMnd(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable,
+                           ItemType itemType, const char* numberFormat,
+                           CWhitespaceUtils::WhitespaceRule whitespaceRule, const CPrimitiveRestrictions& restrictions);
+    ~CElementInfoAllPrimMnd() override;
+    bool ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
+                      CXmlWriter* writer) const override;
+    bool ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement* parent,
+                        CXmlElement** current, const char* namespaceUri, XmlElementType elementType) override;
+    /// Throws CKvValidationException "Failed to find the mandatory element [%s]"
+    /// when not found and checkMandatory is set.
+    bool Validate(const CXmlSerializationContext& context, const CXmlGeneratedClass* object, bool found,
+                  bool checkMandatory) const override;
+};
+
+/// Optional member of an all group.
+class KVXML_API CElementInfoAllPrimOpt : public CElementInfoAll {
+public:
+    CElementInfoAllPrimOpt(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable,
+                           ItemType itemType, const char* numberFormat,
+                           CWhitespaceUtils::WhitespaceRule whitespaceRule, const CPrimitiveRestrictions& restrictions);
+    ~CElementInfoAllPrimOpt() override;
+    bool ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
+                      CXmlWriter* writer) const override;
+    bool ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement* parent,
+                        CXmlElement** current, const char* namespaceUri, XmlElementType elementType) override;
+    /// Always true.
+    bool Validate(const CXmlSerializationContext& context, const CXmlGeneratedClass* object, bool found,
+                  bool checkMandatory) const override;
+};
+
+/// Member of a choice: no match returns false so the next member is tried.
+class KVXML_API CElementInfoChoicePrimOpt : public CElementInfoChoice {
+public:
+    CElementInfoChoicePrimOpt(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable,
+                              ItemType itemType, const char* numberFormat,
+                              CWhitespaceUtils::WhitespaceRule whitespaceRule,
+                              const CPrimitiveRestrictions& restrictions);
+    ~CElementInfoChoicePrimOpt() override;
+    bool ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
+                      CXmlWriter* writer) const override;
+    bool ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement* parent,
+                        CXmlElement** current, const char* namespaceUri, XmlElementType elementType) override;
+};
+
+}  // namespace KvXmlLib10Data

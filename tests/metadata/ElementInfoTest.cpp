@@ -1,0 +1,231 @@
+// ElementInfoTest.cpp - the element descriptor base: construction, matching, facet dispatch, group bases, wildcard namespaces, child forwarding.
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "metadata/GeneratedTestClasses.h"
+#include "support/KvTestSupport.h"
+
+using namespace kvtest;
+using KvXmlLib10::CKvException;
+using KvXmlLib10::CKvValidationException;
+namespace kv = KvXmlLib10;
+namespace kvd = KvXmlLib10Data;
+
+namespace {
+
+TEST(ElementInfoConstruction, CopiesStringsAndKeepsDefaults) {
+    char name[] = "item";
+    char uri[] = "urn:a";
+    CProbeInfo plain(name, uri, 4);
+    CProbeInfo nillable(name, nullptr, 5, true);
+    CPrimitiveRestrictions facets;
+    facets.maxLength = 3;
+    CProbeInfo primitive(name, uri, 6, true, kv::r8, nullptr, kCollapse, facets);
+    std::strcpy(name, "gone");
+    std::strcpy(uri, "urn:z");
+    facets.maxLength = 9;
+
+    EXPECT_EQ(plain.GetElementName(), "item");
+    EXPECT_EQ(plain.GetNamespaceURI(), "urn:a");
+    EXPECT_EQ(plain.GetPropertyId(), 4);
+    EXPECT_FALSE(plain.IsNillable());
+    EXPECT_FALSE(plain.HasPrimitiveInfo());
+    EXPECT_EQ(plain.GetItemType(), kv::Invalid);
+
+    EXPECT_EQ(nillable.GetNamespaceURI(), "");
+    EXPECT_TRUE(nillable.IsNillable());
+    EXPECT_FALSE(nillable.HasPrimitiveInfo());
+
+    EXPECT_TRUE(primitive.HasPrimitiveInfo());
+    EXPECT_EQ(primitive.GetItemType(), kv::r8);
+    EXPECT_EQ(primitive.GetNumberFormat(), "");
+    EXPECT_EQ(primitive.GetWhitespaceRule(), kCollapse);
+    EXPECT_EQ(primitive.GetRestrictions().maxLength, 3);
+}
+
+TEST(ElementInfoMatch, ComparesLocalNameExactlyAndNamespaceUnlessIgnored) {
+    ParsedDocument doc("<r xmlns:a='urn:a'><item/><Item/><a:item/></r>");
+    CXmlElement* plain = doc.First();
+    CXmlElement* capital = plain->GetNextSiblingElement();
+    CXmlElement* qualified = capital->GetNextSiblingElement();
+    CProbeInfo local("item", "", 1);
+    CProbeInfo inA("item", "urn:a", 1);
+    CProbeInfo inB("item", "urn:b", 1);
+
+    CXmlSerializationContext strict;
+    EXPECT_TRUE(local.IsThisElement(strict, plain));
+    EXPECT_FALSE(local.IsThisElement(strict, capital));
+    EXPECT_FALSE(local.IsThisElement(strict, qualified));
+    EXPECT_TRUE(inA.IsThisElement(strict, qualified));
+    EXPECT_FALSE(inA.IsThisElement(strict, plain));
+    EXPECT_FALSE(inB.IsThisElement(strict, qualified));
+    EXPECT_FALSE(local.IsThisElement(strict, nullptr));
+
+    CXmlSerializationContext loose;
+    loose.SetIgnoreNamespaces(true);
+    EXPECT_TRUE(inB.IsThisElement(loose, plain));
+    EXPECT_TRUE(inB.IsThisElement(loose, qualified));
+    EXPECT_FALSE(inB.IsThisElement(loose, capital));
+
+    CXmlSerializationContext noNamespaces;
+    noNamespaces.SetSchemaType(kv::SchemaType_NoNamespaces);
+    EXPECT_TRUE(inB.IsThisElement(noNamespaces, qualified));
+}
+
+TEST(ElementInfoCheckRestriction, NeedsPrimitiveInfoAndDelegatesFacets) {
+    KvVariant value;
+    value.SetI4(-1);
+    kvd::CElementInfoSeqEnumOpt enumeration("shade", "", 1, false, ColorToString, ColorFromString);
+    EXPECT_KV_THROW(enumeration.CheckRestriction(value), CKvException, "Cannot CheckRestriction for type: i4");
+
+    CPrimitiveRestrictions ages;
+    ages.minInclusive = "0";
+    kvd::CElementInfoSeqPrimOpt age("age", "", 2, false, kv::i4, nullptr, kCollapse, ages);
+    EXPECT_KV_THROW(age.CheckRestriction(value), CKvException, "Invalid Value for age [-1]");
+    value.SetI4(0);
+    EXPECT_NO_THROW(age.CheckRestriction(value));
+}
+
+TEST(ElementInfoGroups, SequenceAndChoiceMembersRefuseValidate) {
+    CHolder holder;
+    kvd::CElementInfoSeqPrimOpt sequenceMember("a", "", 1, false, kv::i4, nullptr, kCollapse, {});
+    kvd::CElementInfoChoicePrimOpt choiceMember("b", "", 2, false, kv::i4, nullptr, kCollapse, {});
+    const CXmlSerializationContext context;
+    EXPECT_KV_THROW(sequenceMember.Validate(context, &holder, true, true), CKvException,
+                    "Not implemented, should never be called");
+    EXPECT_KV_THROW(choiceMember.Validate(context, &holder, false, false), CKvException,
+                    "Not implemented, should never be called");
+}
+
+TEST(ElementInfoGroups, OnlyChoiceMembersMayBeAbsentFromAChoice) {
+    CHolder holder;
+    kvd::CElementInfoSeqPrimOpt sequenceMember("a", "", 1, false, kv::i4, nullptr, kCollapse, {});
+    kvd::CElementInfoAllPrimOpt allMember("a", "", 1, false, kv::i4, nullptr, kCollapse, {});
+    kvd::CElementInfoChoicePrimOpt primitive("b", "", 2, false, kv::i4, nullptr, kCollapse, {});
+    kvd::CElementInfoChoiceEnumOpt enumeration("c", "", 3, false, ColorToString, ColorFromString);
+    EXPECT_FALSE(sequenceMember.MayBeAbsentFromChoice(&holder));
+    EXPECT_FALSE(allMember.MayBeAbsentFromChoice(&holder));
+    EXPECT_TRUE(primitive.MayBeAbsentFromChoice(&holder));
+    EXPECT_TRUE(enumeration.MayBeAbsentFromChoice(&holder));
+}
+
+TEST(ElementInfoAnyNamespace, ChoosesByRestrictionKeyword) {
+    struct Case {
+        const char* restriction;
+        const char* first;
+        const char* second;
+        const char* expected;
+    };
+    const Case cases[] = {
+        {"##any", "urn:f", "urn:s", "urn:f"},
+        {"##other", "", "urn:s", "DefaultNamespace"},
+        {"##other", "urn:f", "urn:s", ""},
+        {"##local", "urn:f", "urn:s", ""},
+        {"##targetNamespace", "urn:f", "urn:s", "urn:s"},
+        {"##other urn:x", "", "urn:s", "DefaultNamespace"},
+        {"##any urn:x urn:y", "urn:f", "urn:s", "urn:f"},
+        {"##targetNamespace ##local", "urn:f", "urn:s", "urn:s"},
+        {"urn:x urn:y", "urn:f", "urn:s", ""},
+        {"urn:x", "urn:f", "urn:s", ""},
+        {"##bogus urn:x", "urn:f", "urn:s", ""},
+        {"## ##any", "urn:f", "urn:s", ""},
+        {"", "urn:f", "urn:s", ""},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(kvd::CElementInfo::GetAnyDefaultNamespace(c.restriction, c.first, c.second), c.expected)
+            << c.restriction << " / " << c.first;
+    EXPECT_EQ(kvd::CElementInfo::GetAnyDefaultNamespace("##any", nullptr, nullptr), "");
+    EXPECT_EQ(kvd::CElementInfo::GetAnyDefaultNamespace("##other", nullptr, nullptr), "DefaultNamespace");
+}
+
+// A pseudo-element group: reads its member straight from the parent's children.
+struct PseudoGroupSchema {
+    static constexpr const char* kElementName = "Group";
+    static constexpr const char* kTargetNamespace = "";
+    static constexpr const char* kTypeNamespace = "";
+    static void Build(Metadata& meta) {
+        meta.classInfo = new CParentElementInfo(kvd::GroupType_Sequence, kvd::ElementType_PseudoElement, "Group", "",
+                                                false, false, -1, kv::Invalid, nullptr, false);
+        meta.elements = MakeArray<CElementInfo>(
+            {new kvd::CElementInfoSeqPrimOpt("a", "", 1, false, kv::i4, nullptr, kCollapse, {})});
+        meta.attributes = MakeArray<CAttributeInfo>(
+            {new kvd::CAttributeInfoPrimitive("x", "", 2, true, kv::i4, nullptr, kCollapse, {}, nullptr)});
+    }
+};
+using CPseudoGroup = CTestClass<PseudoGroupSchema>;
+
+// A choice that must have a member, with its own element.
+struct StrictChoiceSchema {
+    static constexpr const char* kElementName = "Pick";
+    static constexpr const char* kTargetNamespace = "";
+    static constexpr const char* kTypeNamespace = "";
+    static void Build(Metadata& meta) {
+        meta.classInfo = new CParentElementInfo(kvd::GroupType_Choice, kvd::ElementType_Element, "Pick", "", false,
+                                                false, -1, kv::Invalid, nullptr, false);
+        meta.elements =
+            MakeArray<CElementInfo>({new CRequiredChoiceInfo("a", "", 1, false, kv::i4, nullptr, kCollapse, {})});
+        meta.attributes = MakeArray<CAttributeInfo>({});
+    }
+};
+using CStrictChoice = CTestClass<StrictChoiceSchema>;
+
+TEST(ElementInfoChildAccess, FromXmlIntLetsTheChildReadAndForwardsTheFlag) {
+    ParsedDocument doc("<r x='4'><a>1</a><b/></r>");
+    CProbeInfo forwarder("g", "", 1);
+    CPseudoGroup* group = new CPseudoGroup;
+    group->AddRef();
+    const CXmlSerializationContext context;
+    CXmlElement* next = forwarder.FromXml_Int(group, doc.First(), doc.Root(), context, false);
+    ASSERT_NE(next, nullptr);
+    EXPECT_EQ(next->GetLocalName(), "b");
+    EXPECT_EQ(group->Get(1).GetI4(), 1);
+    EXPECT_EQ(group->Get(2).GetI4(), 4);  // the parent's attributes are the group's
+    group->Release();
+
+    // The flag reaches the child's engine: with it an empty choice is accepted.
+    ParsedDocument empty("<Pick/>");
+    CStrictChoice* choice = new CStrictChoice;
+    choice->AddRef();
+    EXPECT_EQ(forwarder.FromXml_Int(choice, nullptr, empty.Root(), context, true), nullptr);
+    EXPECT_KV_THROW(forwarder.FromXml_Int(choice, nullptr, empty.Root(), context, false), CKvValidationException,
+                    "Failed to process the element [Pick]");
+    choice->Release();
+}
+
+TEST(ElementInfoChildAccess, AttributesToXmlIntWritesTheChildsAttributes) {
+    CProbeInfo forwarder("g", "", 1);
+    CPseudoGroup group;
+    group.AddRef();
+    group.SetI4(2, 9);
+    RecordingWriter writer;
+    forwarder.AttributesToXml_Int(&group, &writer, CXmlSerializationContext());
+    EXPECT_EQ(writer.log, "@x=9,5;");
+}
+
+TEST(ElementInfoChildAccess, ClassWriterLetsTheChildWriteItselfInTheDescriptorsNamespace) {
+    CTestChildInfo member("kid", "urn:k", 5, nullptr);
+    CHolder parent;
+    parent.AddRef();
+    const CXmlSerializationContext context;
+    RecordingWriter unset;
+    EXPECT_FALSE(member.ElementToXmlCls(context, &parent, &unset, false));
+    EXPECT_EQ(unset.log, "");
+
+    CPseudoGroup* child = new CPseudoGroup;
+    child->AddRef();
+    child->SetI4(1, 3);
+    KvVariant value;
+    value.SetXmlObject(child);
+    parent.Set(5, value);
+    value.SetInvalid();
+    RecordingWriter writer;
+    EXPECT_TRUE(member.ElementToXmlCls(context, &parent, &writer, false));
+    EXPECT_EQ(writer.log, "<a>text(3,5)</>");  // a pseudo element writes only its content
+    // The reference taken to write is given back.
+    EXPECT_EQ(child->AddRef(), 3);
+    child->Release();
+    child->Release();
+}
+
+}  // namespace

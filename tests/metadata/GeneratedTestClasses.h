@@ -1,0 +1,324 @@
+// GeneratedTestClasses.h - small classes shaped like generated code, for exercising the descriptors and the engine.
+//
+// A schema struct supplies the element name, the namespaces and a Build
+// function that creates the descriptors; CTestClass<Schema> keeps its
+// properties in a map by property id and builds its metadata once, under
+// the process lock, as generated code does.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <initializer_list>
+#include <map>
+#include <string>
+
+#include "kvxml/core/SerializationContext.h"
+#include "kvxml/core/XmlGeneratedClass.h"
+#include "kvxml/dom/XmlDocument.h"
+#include "kvxml/dom/XmlElement.h"
+#include "kvxml/metadata/AttributeInfo.h"
+#include "kvxml/metadata/ElementInfo.h"
+#include "kvxml/metadata/ElementInfoEnumeration.h"
+#include "kvxml/metadata/ElementInfoPrimitive.h"
+#include "kvxml/metadata/ParentElementInfo.h"
+#include "kvxml/output/TextStream.h"
+#include "kvxml/output/XmlTextWriter.h"
+#include "kvxml/values/Variant.h"
+
+namespace kvtest {
+
+using KvXmlLib10::CKVCriticalSection;
+using KvXmlLib10::CPrimitiveRestrictions;
+using KvXmlLib10::CWhitespaceUtils;
+using KvXmlLib10::CXmlElement;
+using KvXmlLib10::CXmlGeneratedClass;
+using KvXmlLib10::CXmlObjectBase;
+using KvXmlLib10::CXmlSerializationContext;
+using KvXmlLib10::CXmlWriter;
+using KvXmlLib10::INillable;
+using KvXmlLib10::ItemType;
+using KvXmlLib10::KvVariant;
+using KvXmlLib10Data::CAttributeInfo;
+using KvXmlLib10Data::CElementInfo;
+using KvXmlLib10Data::CParentElementInfo;
+
+constexpr CWhitespaceUtils::WhitespaceRule kCollapse = CWhitespaceUtils::WhitespaceRule::Collapse;
+constexpr CWhitespaceUtils::WhitespaceRule kPreserve = CWhitespaceUtils::WhitespaceRule::Preserve;
+
+/// The three tables of one class.
+struct Metadata {
+    CParentElementInfo* classInfo = nullptr;
+    CElementInfo** elements = nullptr;
+    CAttributeInfo** attributes = nullptr;
+};
+
+/// A null-terminated array from new[], as generated code builds them.
+template <typename T>
+T** MakeArray(std::initializer_list<T*> items) {
+    T** array = new T*[items.size() + 1];
+    size_t i = 0;
+    for (T* item : items) array[i++] = item;
+    array[i] = nullptr;
+    return array;
+}
+
+/// A test enumeration: red, green, blue; unknown text gives -1.
+inline const char* ColorToString(int32_t value) {
+    switch (value) {
+        case 0:
+            return "red";
+        case 1:
+            return "green";
+        case 2:
+            return "blue";
+        default:
+            return nullptr;
+    }
+}
+
+inline int32_t ColorFromString(const char* text) {
+    const std::string value = text;
+    if (value == "red") return 0;
+    if (value == "green") return 1;
+    if (value == "blue") return 2;
+    return -1;
+}
+
+/// A generated-style class: properties in a map, metadata from Schema.
+template <typename Schema>
+class CTestClass : public CXmlGeneratedClass {
+public:
+    CTestClass() { SetElementName(Schema::kElementName); }
+
+    std::string GetTargetNamespace() const override { return Schema::kTargetNamespace; }
+    std::string GetNamespace() const override { return Schema::kTypeNamespace; }
+
+    CParentElementInfo* GetClassInfo() const override { return Meta().classInfo; }
+    CElementInfo** GetClassElementInfo() const override { return Meta().elements; }
+    CAttributeInfo** GetClassAttributeInfo() const override { return Meta().attributes; }
+
+    void Set(int32_t id, const KvVariant& value) { m_values[id] = value; }
+    void SetI4(int32_t id, int32_t value) { m_values[id].SetI4(value); }
+    void SetString(int32_t id, const std::string& value) { m_values[id].SetString(value); }
+    void SetNilValue(int32_t id) { m_values[id].SetNil(); }
+    bool Has(int32_t id) const { return m_values.count(id) != 0; }
+    KvVariant Get(int32_t id) const {
+        auto found = m_values.find(id);
+        return found == m_values.end() ? KvVariant() : found->second;
+    }
+    int32_t ResetCount() const { return m_resetCount; }
+
+    /// The descriptors, built on first use under m_csInit.
+    static const Metadata& Meta() {
+        Holder& holder = Storage();
+        if (!holder.built.load(std::memory_order_acquire)) {
+            m_csInit.Enter();
+            if (!holder.built.load(std::memory_order_relaxed)) {
+                Schema::Build(holder.meta);
+                ++holder.buildCount;
+                holder.built.store(true, std::memory_order_release);
+            }
+            m_csInit.Leave();
+        }
+        return holder.meta;
+    }
+    /// How often Schema::Build ran (once, however many threads raced).
+    static int32_t BuildCount() { return Storage().buildCount; }
+
+protected:
+    void AccessProperty(int32_t id, bool read, KvVariant& value) override {
+        if (read) {
+            auto found = m_values.find(id);
+            if (found != m_values.end()) value = found->second;
+        } else {
+            m_values[id] = value;
+        }
+    }
+    void ResetProperties() override {
+        m_values.clear();
+        ++m_resetCount;
+    }
+
+private:
+    struct Holder {
+        Metadata meta;
+        std::atomic<bool> built{false};
+        int32_t buildCount = 0;
+        ~Holder() { CXmlGeneratedClass::CleanMetaData(meta.classInfo, meta.elements, meta.attributes); }
+    };
+    static Holder& Storage() {
+        static Holder holder;
+        return holder;
+    }
+
+    std::map<int32_t, KvVariant> m_values;
+    int32_t m_resetCount = 0;
+};
+
+/// A generated-style class that may be nil.
+template <typename Schema>
+class CNillableTestClass : public CTestClass<Schema>, public INillable {
+public:
+    bool IsNil() const override { return m_nil; }
+    void SetNil(bool nil) override { m_nil = nil; }
+
+protected:
+    void ResetProperties() override {
+        CTestClass<Schema>::ResetProperties();
+        m_nil = false;
+    }
+
+private:
+    bool m_nil = false;
+};
+
+/// Makes the engine's protected steps callable from tests.
+template <typename Base>
+class CExposed : public Base {
+public:
+    using CXmlGeneratedClass::ProcessElementAllFromXml;
+    using CXmlGeneratedClass::ProcessElementChoiceFromXml;
+    using CXmlGeneratedClass::ProcessElementSeqFromXml;
+};
+
+/// A minimal class-kind member for nesting in tests: writes the child
+/// through the shared class writer and reads it like an optional class
+/// (created by a factory, filled by its own engine).
+class CTestChildInfo : public KvXmlLib10Data::CElementInfoSeq {
+public:
+    using Factory = CXmlObjectBase* (*)();
+    CTestChildInfo(const char* name, const char* namespaceUri, int32_t id, Factory factory)
+        : CElementInfoSeq(name, namespaceUri, id), m_factory(factory) {}
+    bool ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
+                      CXmlWriter* writer) const override {
+        return ElementToXmlCls(context, object, writer, false);
+    }
+    bool ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement*,
+                        CXmlElement** current, const char*, KvXmlLib10Data::XmlElementType) override {
+        if (!IsThisElement(context, *current)) return true;
+        KvVariant value;
+        CXmlObjectBase* child = m_factory();
+        value.SetXmlObject(child);
+        FromXml_Int(child, (*current)->GetFirstElement(), *current, context, false);
+        AccessProperty(object, false, value);
+        *current = (*current)->GetNextSiblingElement();
+        return true;
+    }
+
+private:
+    Factory m_factory;
+};
+
+/// A sequence member with no behaviour, for testing what the base class does.
+class CProbeInfo : public KvXmlLib10Data::CElementInfoSeq {
+public:
+    using CElementInfoSeq::CElementInfoSeq;
+    bool ElementToXml(const CXmlSerializationContext&, const CXmlGeneratedClass*, CXmlWriter*) const override {
+        return false;
+    }
+    bool ElementFromXml(const CXmlSerializationContext&, CXmlGeneratedClass*, CXmlElement*, CXmlElement**,
+                        const char*, KvXmlLib10Data::XmlElementType) override {
+        return true;
+    }
+};
+
+/// Stands for a choice member that may not be absent (a choice collection
+/// with a minimum of one).
+class CRequiredChoiceInfo : public KvXmlLib10Data::CElementInfoChoicePrimOpt {
+public:
+    using CElementInfoChoicePrimOpt::CElementInfoChoicePrimOpt;
+    bool MayBeAbsentFromChoice(const CXmlGeneratedClass*) const override { return false; }
+};
+
+/// The document an object writes, without declaration or formatting.
+inline std::string WriteCompact(const CXmlObjectBase& object,
+                                const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext) {
+    return object.ToXml(false, false, KvXmlLib10::EOL_LF, context);
+}
+
+/// A text writer over a string, unformatted, for calling descriptors directly.
+class WriterProbe {
+public:
+    WriterProbe() : m_writer(m_stream) {
+        m_writer.Open();
+        m_writer.SetFormat(false);
+    }
+    CXmlWriter* get() { return &m_writer; }
+    /// Closes the writer and returns what was written.
+    std::string Text() {
+        m_writer.Close();
+        return m_stream.GetText();
+    }
+
+private:
+    KvXmlLib10::CTextStream m_stream;
+    KvXmlLib10::CXmlTextWriter m_writer;
+};
+
+/// A writer that records the calls it gets, one token per call, so tests see
+/// item types and call order that the text writer does not show.
+class RecordingWriter : public CXmlWriter {
+public:
+    RecordingWriter() : CXmlWriter("RecordingWriter") {}
+    std::string log;
+
+    void SetDefaultNamespace(const std::string& uri) override { log += "default(" + uri + ")"; }
+    void AddNamespace(const std::string& prefix, const std::string& uri) override {
+        log += "ns(" + prefix + "=" + uri + ")";
+    }
+    void WriteComment(const std::string& text) override { log += "comment(" + text + ")"; }
+    void WritePI(const std::string& text) override { log += "pi(" + text + ")"; }
+    void WriteInlineSchema(const std::string& text) override { log += "schema(" + text + ")"; }
+    void WriteStartElement(const std::string& name, const std::string& uri) override {
+        log += "<" + Qualified(name, uri) + ">";
+    }
+    void WriteString(const std::string& text, ItemType type) override {
+        log += "text(" + text + "," + std::to_string(type) + ")";
+    }
+    void WriteEndElement() override { log += "</>"; }
+    void WriteAttributeString(const std::string& name, const std::string& uri, const std::string& value,
+                              ItemType type) override {
+        log += "@" + Qualified(name, uri) + "=" + value + "," + std::to_string(type) + ";";
+    }
+    void WriteAttributeType(const std::string& uri, const std::string& name, ItemType type) override {
+        log += "@type=" + Qualified(name, uri) + "," + std::to_string(type) + ";";
+    }
+    void WriteAttributeNil() override { log += "@nil;"; }
+
+private:
+    static std::string Qualified(const std::string& name, const std::string& uri) {
+        return uri.empty() ? name : "{" + uri + "}" + name;
+    }
+};
+
+/// A parsed document whose root's children the descriptors read.
+class ParsedDocument {
+public:
+    explicit ParsedDocument(const char* text,
+                            const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext)
+        : m_document(context) {
+        m_document.LoadXml(text);
+    }
+    CXmlElement* Root() const { return m_document.GetDocumentElement(); }
+    CXmlElement* First() const { return Root()->GetFirstElement(); }
+
+private:
+    KvXmlLib10::CXmlDocument m_document;
+};
+
+/// A class with no members of its own: the object descriptors are called with.
+struct EmptySchema {
+    static constexpr const char* kElementName = "Holder";
+    static constexpr const char* kTargetNamespace = "";
+    static constexpr const char* kTypeNamespace = "";
+    static void Build(Metadata& meta) {
+        meta.classInfo = new CParentElementInfo(KvXmlLib10Data::GroupType_Sequence,
+                                                KvXmlLib10Data::ElementType_Element, "Holder", "", false, false, -1,
+                                                KvXmlLib10::Invalid, nullptr, false);
+        meta.elements = MakeArray<CElementInfo>({});
+        meta.attributes = MakeArray<CAttributeInfo>({});
+    }
+};
+using CHolder = CTestClass<EmptySchema>;
+
+}  // namespace kvtest
