@@ -5,4 +5,4 @@ cd "$(dirname "$0")/.."
 bash scripts/setup.sh
 cmake -S . -B build/release -DCMAKE_BUILD_TYPE=Release -DKVXML_BUILD_TESTS=OFF -DKVXML_BUILD_FUZZERS=OFF >/dev/null
 cmake --build build/release -j"$(nproc)" >/dev/null
-./build/release/examples/write_document
+./build/release/examples/product_demo

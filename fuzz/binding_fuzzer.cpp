@@ -1,0 +1,83 @@
+// binding_fuzzer.cpp - arbitrary bytes read into the generated-style test bindings under two option sets, then rewritten.
+//
+// Every binding gets every input (the document element's name is adopted,
+// not checked). Reading, writing and reading the written bytes again must
+// each either succeed or throw CKvException; the sanitizers judge the rest.
+// Round trips are not compared: some values legitimately print as text that
+// does not read back (a zero duration prints "P"), and floats print with a
+// fixed number of digits.
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "../tests/bindings/AllTypes.cpp"
+#include "../tests/bindings/Measurement.cpp"
+#include "../tests/bindings/Settings.cpp"
+#include "../tests/bindings/Shape.cpp"
+#include "../tests/bindings/Ticket.cpp"
+#include "kvxml/core/SerializationContext.h"
+#include "kvxml/foundation/KvException.h"
+#include "kvxml/values/BinaryData.h"
+
+using namespace KvXmlLib10;
+
+namespace {
+
+// The tolerant set turns on every leniency; the two that exclude each other
+// alternate with the input's length.
+CXmlSerializationContext Tolerant(bool ignoreMissing) {
+    CXmlSerializationContext context;
+    context.SetIgnoreUnknownAttributes(true);
+    context.SetIgnoreNamespaces(true);
+    context.SetIgnoreMissingChoice(true);
+    context.SetNoOptionalAttributeDefaultOutput(true);
+    context.SetWriteTypeAttribute(false);
+    if (ignoreMissing)
+        context.SetIgnoreMissingMandatoryElements(true);
+    else
+        context.SetIgnoreUnknownElements(true);
+    return context;
+}
+
+template <typename Binding>
+void ReadWriteRead(std::vector<unsigned char>& bytes, const CXmlSerializationContext& context) {
+    Binding first;
+    try {
+        first.FromXmlStream(bytes.data(), static_cast<uint32_t>(bytes.size()), context);
+    } catch (const CKvException&) {
+        return;
+    }
+    CBinaryData written;
+    try {
+        written = first.ToXmlStream(true, false, Encoding_UTF8, EOL_LF, context);
+    } catch (const CKvException&) {
+        return;  // reading checks no facets, so a value read may not be writable
+    }
+    Binding second;
+    try {
+        second.FromXmlStream(written, context);
+        (void)second.ToXml(false, true, EOL_CRLF, context);
+    } catch (const CKvException&) {
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    if (size > (1u << 20)) return 0;
+    static const CXmlSerializationContext strict;
+    static const CXmlSerializationContext tolerantMissing = Tolerant(true);
+    static const CXmlSerializationContext tolerantUnknown = Tolerant(false);
+    const CXmlSerializationContext* sets[] = {&strict, size % 2 ? &tolerantMissing : &tolerantUnknown};
+
+    // The stream entry point takes a writable buffer.
+    std::vector<unsigned char> bytes(data, data + size);
+    for (const CXmlSerializationContext* context : sets) {
+        ReadWriteRead<kvbind::CTicket>(bytes, *context);
+        ReadWriteRead<kvbind::CAllTypes>(bytes, *context);
+        ReadWriteRead<kvbind::CSettings>(bytes, *context);
+        ReadWriteRead<kvbind::CShape>(bytes, *context);
+        ReadWriteRead<kvbind::CMeasurement>(bytes, *context);
+    }
+    return 0;
+}

@@ -1,0 +1,131 @@
+// BindingTestSupport.h - helpers shared by the tests that drive the generated-style bindings through the public entry
+// points.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <string>
+#include <typeinfo>
+
+#include "bindings/AllTypes.h"
+#include "bindings/Ticket.h"
+#include "kvxml/core/SerializationContext.h"
+#include "kvxml/foundation/KvException.h"
+
+// Runs stmt, expects it to throw exactly Type whose whole message chain
+// (GetFullMessage) is fullMessage.
+#define EXPECT_KV_CHAIN(stmt, Type, fullMessage)                                                 \
+    do {                                                                                         \
+        bool kvThrown = false;                                                                   \
+        try {                                                                                    \
+            stmt;                                                                                \
+        } catch (const KvXmlLib10::CKvException& kvError) {                                      \
+            kvThrown = true;                                                                     \
+            EXPECT_EQ(typeid(kvError), typeid(Type)) << "message: " << kvError.GetFullMessage(); \
+            EXPECT_EQ(kvError.GetFullMessage(), std::string(fullMessage));                       \
+        }                                                                                        \
+        EXPECT_TRUE(kvThrown) << #stmt " did not throw";                                         \
+    } while (0)
+
+namespace kvbindtest {
+
+constexpr const char* kXsi = "http://www.w3.org/2001/XMLSchema-instance";
+
+/// The document without declaration or indentation.
+inline std::string Compact(
+    const KvXmlLib10::CXmlObjectBase& object,
+    const KvXmlLib10::CXmlSerializationContext& context = KvXmlLib10::CXmlSerializationContext::m_defaultContext) {
+    return object.ToXml(false, false, KvXmlLib10::EOL_LF, context);
+}
+
+/// Every member of CAllTypes set, most of them to an extreme of their range.
+inline void FillAllTypes(kvbind::CAllTypes& value) {
+    using namespace KvXmlLib10;
+    unsigned char hex[] = {0xDE, 0xAD, 0xBE, 0xEF};
+    unsigned char text[] = {'h', 'i', '!'};
+    value.SetHex(CBinaryData(hex, 4, false));
+    value.SetB64(CBinaryData(text, 3, false));
+    value.SetI1(-128);
+    value.SetI2(-32768);
+    value.SetI4(-1000);
+    value.SetI8(INT64_MIN);
+    value.SetUI1(255);
+    value.SetUI2(65535);
+    value.SetUI4(4294967295u);
+    value.SetUI8(UINT64_MAX);
+    value.SetR4(0.1f);
+    value.SetR8(1.0 / 3.0);
+    value.SetDuration(CDateTimeSpan(1, 2, 3, 4, 5, 6));
+    CDateTime yearMonth;
+    yearMonth.SetGYearMonth(2024, 2);
+    value.SetYearMonth(yearMonth);
+    CDateTime monthDay;
+    monthDay.SetGMonthDay(2, 29);
+    value.SetMonthDay(monthDay);
+    value.SetYear(2024);
+    value.SetMonth(12);
+    value.SetDay(31);
+    value.SetDate(CDateTime(2024, 2, 29));
+    CDateTime stamp(2024, 6, 1, 12, 30, 45);
+    stamp.SetUTC();
+    value.SetDateTime(stamp);
+    CDateTime time;
+    time.SetTime(23, 59, 59);
+    value.SetTime(time);
+    value.SetString("Hello");
+    value.SetBoolean(true);
+    value.SetDecimal(CDecimal("12345678901234567890.125"));
+    value.SetInteger(CBigInteger("-123456789012345678901234567890"));
+}
+
+/// The children FillAllTypes gives, as written.
+constexpr const char* kAllTypesChildren =
+    "<AA:hex>DEADBEEF</AA:hex><AA:b64>aGkh</AA:b64><AA:i1>-128</AA:i1><AA:i2>-32768</AA:i2>"
+    "<AA:i4>-1000</AA:i4><AA:i8>-9223372036854775808</AA:i8><AA:ui1>255</AA:ui1><AA:ui2>65535</AA:ui2>"
+    "<AA:ui4>4294967295</AA:ui4><AA:ui8>18446744073709551615</AA:ui8><AA:r4>0.1</AA:r4>"
+    "<AA:r8>0.3333333333333333</AA:r8><AA:duration>P1Y2M3DT4H5M6S</AA:duration>"
+    "<AA:yearMonth>2024-02</AA:yearMonth><AA:monthDay>--02-29</AA:monthDay><AA:year>2024</AA:year>"
+    "<AA:month>--12</AA:month><AA:day>---31</AA:day><AA:date>2024-02-29</AA:date>"
+    "<AA:dateTime>2024-06-01T12:30:45Z</AA:dateTime><AA:time>23:59:59</AA:time><AA:string>Hello</AA:string>"
+    "<AA:boolean>true</AA:boolean><AA:decimal>12345678901234567890.125</AA:decimal>"
+    "<AA:integer>-123456789012345678901234567890</AA:integer>";
+
+/// A ticket with every element and the two foreign-namespace attributes set.
+inline void FillTicket(kvbind::CTicket& ticket) {
+    ticket.SetId(42);
+    ticket.SetTitle("Printer <on fire> & \"smoking\"");
+    ticket.SetStatus(kvbind::TicketStatus::Pending);
+    ticket.SetSeverityNil();
+    ticket.SetNote("call Bob");
+    ticket.SetDue(KvXmlLib10::CDateTime(2024, 6, 1));
+    ticket.SetTag("x");
+    ticket.SetLevel(kvbind::TicketPriority::High);
+}
+
+/// A small valid ticket document in the default namespace, with room for
+/// extra attributes and an extra element (before title, between status and
+/// the end, and so on) spliced in by the tests.
+inline std::string TicketDocument(const std::string& attributes, const std::string& children) {
+    return "<Ticket xmlns='urn:kvxml:test:ticket' xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance'" + attributes +
+           ">" + children + "</Ticket>";
+}
+
+/// Switches LC_ALL for the lifetime of the guard (the library keeps text in
+/// the local code page); restores the previous locale.
+class LocaleGuard {
+public:
+    explicit LocaleGuard(const char* name) : m_previous(std::setlocale(LC_ALL, nullptr)) {
+        m_active = std::setlocale(LC_ALL, name) != nullptr;
+    }
+    ~LocaleGuard() { std::setlocale(LC_ALL, m_previous.c_str()); }
+    LocaleGuard(const LocaleGuard&) = delete;
+    LocaleGuard& operator=(const LocaleGuard&) = delete;
+    bool Active() const { return m_active; }
+
+private:
+    std::string m_previous;
+    bool m_active = false;
+};
+
+}  // namespace kvbindtest
