@@ -25,7 +25,7 @@ echo "== plain build =="
 run_suite build/test
 echo "== AddressSanitizer + UndefinedBehaviorSanitizer =="
 export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
-run_suite build/sanitize -DKVXML_SANITIZE=ON -DKVXML_BUILD_EXAMPLES=OFF
+run_suite build/sanitize -DKVXML_SANITIZE=ON
 
 if command -v clang++ >/dev/null && [[ "$fuzz_seconds" -gt 0 ]]; then
   echo "== fuzzing, ${fuzz_seconds}s a target =="
