@@ -21,8 +21,10 @@ TEST(KvExceptionChain, FullMessageReadsOutermostFirstOneLinePerLevel) {
     ASSERT_NE(outer.GetInnerException()->GetInnerException(), nullptr);
     EXPECT_EQ(outer.GetInnerException()->GetInnerException()->GetInnerException(), nullptr);
     // The inner levels keep their dynamic types through the clones.
-    EXPECT_EQ(typeid(*outer.GetInnerException()), typeid(CKvValidationException));
-    EXPECT_EQ(typeid(*outer.GetInnerException()->GetInnerException()), typeid(CKvInvalidValueException));
+    const CKvException& middleCopy = *outer.GetInnerException();
+    const CKvException& rootCopy = *middleCopy.GetInnerException();
+    EXPECT_EQ(typeid(middleCopy), typeid(CKvValidationException));
+    EXPECT_EQ(typeid(rootCopy), typeid(CKvInvalidValueException));
 }
 
 TEST(KvExceptionChain, WrappingClonesTheInnerSoTheCallerKeepsItsOwn) {
@@ -45,7 +47,8 @@ TEST(KvExceptionConstruction, FromAnotherExceptionTakesItsOwnClass) {
     CKvInvalidParamException converted(plain);
     EXPECT_EQ(converted.GetFullMessage(), "plain\ncause");
     CKvException* clone = converted.Clone();
-    EXPECT_EQ(typeid(*clone), typeid(CKvInvalidParamException));
+    const CKvException& cloned = *clone;
+    EXPECT_EQ(typeid(cloned), typeid(CKvInvalidParamException));
     delete clone;
 }
 
@@ -82,18 +85,10 @@ TEST(KvExceptionClone, KeepsTheDynamicTypeThroughABaseReference) {
     CKvInvalidNamespaceException original("Namespace [urn:x] is not allowed", CKvException("why"));
     const CKvException& asBase = original;
     std::unique_ptr<CKvException> clone(asBase.Clone());
-    EXPECT_EQ(typeid(*clone), typeid(CKvInvalidNamespaceException));
+    const CKvException& cloned = *clone;
+    EXPECT_EQ(typeid(cloned), typeid(CKvInvalidNamespaceException));
     EXPECT_NE(dynamic_cast<CKvValidationException*>(clone.get()), nullptr);
     EXPECT_EQ(clone->GetFullMessage(), "Namespace [urn:x] is not allowed\nwhy");
-
-    bool caughtAsValidation = false;
-    try {
-        throw *static_cast<CKvInvalidNamespaceException*>(clone.get());
-    } catch (const CKvValidationException& e) {
-        caughtAsValidation = true;
-        EXPECT_EQ(e.GetMessage(), "Namespace [urn:x] is not allowed");
-    }
-    EXPECT_TRUE(caughtAsValidation);
 }
 
 TEST(KvExceptionHierarchy, EachClassIsCaughtByItsBases) {

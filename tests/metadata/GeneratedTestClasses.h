@@ -236,25 +236,6 @@ inline std::string WriteCompact(const CXmlObjectBase& object,
     return object.ToXml(false, false, KvXmlLib10::EOL_LF, context);
 }
 
-/// A text writer over a string, unformatted, for calling descriptors directly.
-class WriterProbe {
-public:
-    WriterProbe() : m_writer(m_stream) {
-        m_writer.Open();
-        m_writer.SetFormat(false);
-    }
-    CXmlWriter* get() { return &m_writer; }
-    /// Closes the writer and returns what was written.
-    std::string Text() {
-        m_writer.Close();
-        return m_stream.GetText();
-    }
-
-private:
-    KvXmlLib10::CTextStream m_stream;
-    KvXmlLib10::CXmlTextWriter m_writer;
-};
-
 /// A writer that records the calls it gets, one token per call, so tests see
 /// item types and call order that the text writer does not show.
 class RecordingWriter : public CXmlWriter {

@@ -4,23 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 #include "kvxml/foundation/InstanceMonitor.h"
 #include "output/OutputTestFiles.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
-using kvxml_test::TempFile;
-
-namespace {
-using Bytes = std::vector<unsigned char>;
-
-Bytes Contents(const CBinaryData& data) {
-    return Bytes(data.GetData(), data.GetData() + data.GetLength());
-}
-Bytes ToBytes(const std::string& text) { return Bytes(text.begin(), text.end()); }
-}  // namespace
+using namespace kvxml_test;
 
 TEST(BinaryStreamAppend, AllFormsAccumulateInOrder) {
     CBinaryStream stream;
@@ -39,11 +29,9 @@ TEST(BinaryStreamConstruct, InitialBytesAreCopiedNotShared) {
     CBinaryStream stream(initial);
     stream.Append(static_cast<unsigned char>('d'));
     initial.Append("!");
-    EXPECT_EQ(Contents(stream.GetBinaryStream()), ToBytes("abcd"));
-    EXPECT_EQ(Contents(initial), ToBytes("abc!"));
-
-    CBinaryStream named("CSomeWriter", CBinaryData("q"));
-    EXPECT_EQ(Contents(named.GetBinaryStream()), ToBytes("q"));
+    EXPECT_EQ(AsString(stream.GetBinaryStream()), "abcd");
+    EXPECT_EQ(AsString(initial), "abc!");
+    EXPECT_EQ(AsString(CBinaryStream("CSomeWriter", CBinaryData("q")).GetBinaryStream()), "q");
 }
 
 TEST(BinaryStreamConstruct, CountsInstancesUnderTheGivenClassName) {
@@ -62,55 +50,41 @@ TEST(BinaryStreamConstruct, CountsInstancesUnderTheGivenClassName) {
 }
 
 TEST(FileBinaryStreamToFile, WritesByteOrderMarkOnlyForWideEncodings) {
-    const CBinaryData content("<a>\n</a>\n");
-    struct Case {
+    const struct {
         XmlEncoding encoding;
-        bool mark;
-    };
-    const Case cases[] = {{Encoding_None, false}, {Encoding_UTF8, false}, {Encoding_UTF16, true},
-                          {Encoding_Wide, true}};
-    for (const Case& c : cases) {
+        Bytes expected;  // text mode must not translate the line feeds
+    } cases[] = {{Encoding_None, ToBytes("<a>\n</a>\n")},
+                 {Encoding_UTF8, ToBytes("<a>\n</a>\n")},
+                 {Encoding_UTF16, ToBytes("\xFF\xFE<a>\n</a>\n")},
+                 {Encoding_Wide, ToBytes("\xFF\xFE<a>\n</a>\n")}};
+    for (const auto& c : cases) {
         TempFile file;
-        CFileBinaryStream stream(file.Path(), c.encoding, content);
-        stream.ToFile();
-        Bytes expected = c.mark ? Bytes{0xFF, 0xFE} : Bytes{};
-        const Bytes body = Contents(content);
-        expected.insert(expected.end(), body.begin(), body.end());
-        // Text mode must not translate line feeds.
-        EXPECT_EQ(file.Read(), expected) << "encoding " << c.encoding;
+        CFileBinaryStream(file.Path(), c.encoding, CBinaryData("<a>\n</a>\n")).ToFile();
+        EXPECT_EQ(file.Read(), c.expected) << "encoding " << c.encoding;
     }
 }
 
 TEST(FileBinaryStreamToFile, TruncatesAnExistingFileAndWritesAppendedBytes) {
     TempFile file;
-    CFileBinaryStream longer(file.Path(), Encoding_UTF8, CBinaryData("a much longer first content"));
-    longer.ToFile();
+    CFileBinaryStream(file.Path(), Encoding_UTF8, CBinaryData("a much longer first content")).ToFile();
     CFileBinaryStream stream(file.Path(), Encoding_UTF8);
     stream.Append(CBinaryData("short"));
     stream.ToFile();
     EXPECT_EQ(file.Read(), ToBytes("short"));
 
-    CFileBinaryStream empty(file.Path(), Encoding_UTF8);
-    empty.ToFile();
+    CFileBinaryStream(file.Path(), Encoding_UTF8).ToFile();
     EXPECT_TRUE(file.Exists());
     EXPECT_EQ(file.Read(), Bytes());
 }
 
-TEST(FileBinaryStreamToFile, UnwritablePathThrowsWithTheFileName) {
-    CFileBinaryStream missingDir("/nonexistent-dir/x.xml", Encoding_UTF8, CBinaryData("<a/>"));
+TEST(FileBinaryStreamToFile, UnwritableOrFullTargetThrowsWithTheFileName) {
+    CFileBinaryStream missingDir("/nonexistent-dir/x.xml", Encoding_UTF16, CBinaryData("<a/>"));
     EXPECT_KV_THROW(missingDir.ToFile(), CKvException,
                     "Failed to write data to the file [/nonexistent-dir/x.xml]");
-
-    CFileBinaryStream wide("/nonexistent-dir/x.xml", Encoding_UTF16, CBinaryData("<a/>"));
-    EXPECT_KV_THROW(wide.ToFile(), CKvException,
-                    "Failed to write data to the file [/nonexistent-dir/x.xml]");
-
     CFileBinaryStream noName(nullptr, Encoding_UTF8, CBinaryData("<a/>"));
     EXPECT_KV_THROW(noName.ToFile(), CKvException, "Failed to write data to the file []");
-}
 
-TEST(FileBinaryStreamToFile, FullDeviceThrowsWithTheFileName) {
     if (!std::ifstream("/dev/full").good()) GTEST_SKIP() << "no /dev/full";
-    CFileBinaryStream stream("/dev/full", Encoding_UTF16, CBinaryData("<a/>"));
-    EXPECT_KV_THROW(stream.ToFile(), CKvException, "Failed to write data to the file [/dev/full]");
+    CFileBinaryStream full("/dev/full", Encoding_UTF16, CBinaryData("<a/>"));
+    EXPECT_KV_THROW(full.ToFile(), CKvException, "Failed to write data to the file [/dev/full]");
 }

@@ -3,69 +3,40 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
-#include <cstring>
 #include <string>
 
+#include "output/OutputTestFiles.h"
+
 using namespace KvXmlLib10;
+using namespace kvxml_test;
 
 namespace {
-
-// Switches the C locale for one test and restores it (and ASCIIOnly) after.
-class LocaleScope {
-public:
-    explicit LocaleScope(const char* name) : m_saved(std::setlocale(LC_ALL, nullptr)) {
-        m_ok = std::setlocale(LC_ALL, name) != nullptr;
-    }
-    ~LocaleScope() {
-        std::setlocale(LC_ALL, m_saved.c_str());
-        ASCIIOnly(false);
-    }
-    bool Ok() const { return m_ok; }
-
-private:
-    std::string m_saved;
-    bool m_ok = false;
-};
-
-std::string Bytes(const CBinaryData& data) {
-    return data.GetLength() ? std::string(reinterpret_cast<const char*>(data.GetData()), data.GetLength())
-                            : std::string();
-}
-
-std::wstring Wide(const CBinaryData& data) {
-    EXPECT_EQ(data.GetLength() % 4, 0u);
-    std::wstring text(data.GetLength() / sizeof(wchar_t), L'\0');
-    if (!text.empty()) std::memcpy(&text[0], data.GetData(), text.size() * sizeof(wchar_t));
-    return text;
-}
-
 const std::string kUtf8Sample = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80z";  // a é € U+1F600 z
+const std::wstring kWideSample = L"a\u00e9\u20ac\U0001F600z";
 
+std::string ToUtf8(const std::string& local) { return AsString(CEncoder::LocalCodePageToUtf8Binary(local)); }
+std::wstring ToWide(const std::string& local) { return Wide(CEncoder::LocalCodePageToUnicodeBinary(local)); }
 }  // namespace
 
 TEST(EncoderLocalToUtf8, CLocaleReplacesHighBytes) {
     LocaleScope locale("C");
     ASSERT_TRUE(locale.Ok());
-    ASCIIOnly(false);
-    EXPECT_EQ(Bytes(CEncoder::LocalCodePageToUtf8Binary(std::string("plain <ascii>"))), "plain <ascii>");
-    EXPECT_EQ(Bytes(CEncoder::LocalCodePageToUtf8Binary(std::string("a\xE9" "b\x80\xFF"))), "a?b??");
-    EXPECT_EQ(Bytes(CEncoder::LocalCodePageToUtf8Binary(std::string("x\0y", 3))), std::string("x\0y", 3));
+    EXPECT_EQ(ToUtf8("plain <ascii>"), "plain <ascii>");
+    EXPECT_EQ(ToUtf8("a\xE9" "b\x80\xFF"), "a?b??");
+    EXPECT_EQ(ToUtf8(std::string("x\0y", 3)), std::string("x\0y", 3));
     EXPECT_EQ(CEncoder::LocalCodePageToUtf8Binary(std::string()).GetLength(), 0u);
 }
 
 TEST(EncoderLocalToUtf8, Utf8LocaleKeepsCharactersAndReplacesBadBytes) {
     LocaleScope locale("C.UTF-8");
     ASSERT_TRUE(locale.Ok());
-    ASCIIOnly(false);
-    EXPECT_EQ(Bytes(CEncoder::LocalCodePageToUtf8Binary(kUtf8Sample)), kUtf8Sample);
+    EXPECT_EQ(ToUtf8(kUtf8Sample), kUtf8Sample);
     // A stray continuation byte, an impossible byte, a surrogate and a
     // sequence cut short at the end: one '?' per byte, decoding resumes.
-    EXPECT_EQ(Bytes(CEncoder::LocalCodePageToUtf8Binary(std::string("a\x80" "b\xFF" "c"))), "a?b?c");
-    EXPECT_EQ(Bytes(CEncoder::LocalCodePageToUtf8Binary(std::string("\xED\xA0\x80"))), "???");
-    EXPECT_EQ(Bytes(CEncoder::LocalCodePageToUtf8Binary(std::string("ok\xE2\x82"))), "ok??");
-    EXPECT_EQ(Bytes(CEncoder::LocalCodePageToUtf8Binary(std::string("\xC3\xA9\0\xC3\xA9", 5))),
-              std::string("\xC3\xA9\0\xC3\xA9", 5));
+    EXPECT_EQ(ToUtf8("a\x80" "b\xFF" "c"), "a?b?c");
+    EXPECT_EQ(ToUtf8("\xED\xA0\x80"), "???");
+    EXPECT_EQ(ToUtf8("ok\xE2\x82"), "ok??");
+    EXPECT_EQ(ToUtf8(std::string("\xC3\xA9\0\xC3\xA9", 5)), std::string("\xC3\xA9\0\xC3\xA9", 5));
 }
 
 TEST(EncoderLocalToUtf8, LongTextAcrossChunks) {
@@ -73,30 +44,24 @@ TEST(EncoderLocalToUtf8, LongTextAcrossChunks) {
     ASSERT_TRUE(locale.Ok());
     std::string text;
     for (int i = 0; i < 3000; ++i) text += kUtf8Sample;
-    EXPECT_EQ(Bytes(CEncoder::LocalCodePageToUtf8Binary(text)), text);
-    std::wstring wide = Wide(CEncoder::LocalCodePageToUnicodeBinary(text));
+    EXPECT_EQ(ToUtf8(text), text);
+    const std::wstring wide = ToWide(text);
     ASSERT_EQ(wide.size(), 3000u * 5);
-    EXPECT_EQ(wide.substr(wide.size() - 5), std::wstring(L"a\u00e9\u20ac\U0001F600z"));
+    EXPECT_EQ(wide.substr(wide.size() - 5), kWideSample);
 }
 
 TEST(EncoderLocalToUnicode, FourByteUnitsInMachineOrder) {
     {
         LocaleScope locale("C.UTF-8");
         ASSERT_TRUE(locale.Ok());
-        CBinaryData data = CEncoder::LocalCodePageToUnicodeBinary(kUtf8Sample);
-        ASSERT_EQ(data.GetLength(), 20u);
-        EXPECT_EQ(Wide(data), std::wstring(L"a\u00e9\u20ac\U0001F600z"));
-        uint32_t second = 0;
-        std::memcpy(&second, data.GetData() + 4, 4);
-        EXPECT_EQ(second, 0xE9u);
-        EXPECT_EQ(Wide(CEncoder::LocalCodePageToUnicodeBinary(std::string("\xFF" "a"))), L"?a");
+        EXPECT_EQ(CEncoder::LocalCodePageToUnicodeBinary(kUtf8Sample).GetLength(), 20u);
+        EXPECT_EQ(ToWide(kUtf8Sample), kWideSample);
+        EXPECT_EQ(ToWide("\xFF" "a"), L"?a");
     }
-    {
-        LocaleScope locale("C");
-        ASSERT_TRUE(locale.Ok());
-        EXPECT_EQ(Wide(CEncoder::LocalCodePageToUnicodeBinary(std::string("a\xE9"))), L"a?");
-        EXPECT_EQ(Wide(CEncoder::LocalCodePageToUnicodeBinary(std::string("a\0b", 3))), std::wstring(L"a\0b", 3));
-    }
+    LocaleScope locale("C");
+    ASSERT_TRUE(locale.Ok());
+    EXPECT_EQ(ToWide("a\xE9"), L"a?");
+    EXPECT_EQ(ToWide(std::string("a\0b", 3)), std::wstring(L"a\0b", 3));
 }
 
 TEST(EncoderAsciiOnly, PassesBytesThroughUnchanged) {
@@ -104,20 +69,17 @@ TEST(EncoderAsciiOnly, PassesBytesThroughUnchanged) {
     ASSERT_TRUE(locale.Ok());
     ASCIIOnly(true);
     const std::string raw("a\xE9\xFF\x80z");
-    EXPECT_EQ(Bytes(CEncoder::LocalCodePageToUtf8Binary(raw)), raw);
+    EXPECT_EQ(ToUtf8(raw), raw);
     EXPECT_EQ(CEncoder::Utf8ToLocalCodePage(raw.data(), raw.size()), raw);
-    EXPECT_EQ(Wide(CEncoder::LocalCodePageToUnicodeBinary(raw)), std::wstring(L"a\u00e9\u00ff\u0080z"));
+    EXPECT_EQ(ToWide(raw), std::wstring(L"a\u00e9\u00ff\u0080z"));
     ASCIIOnly(false);
-    EXPECT_EQ(Bytes(CEncoder::LocalCodePageToUtf8Binary(raw)), "a???z");
+    EXPECT_EQ(ToUtf8(raw), "a???z");
 }
 
 TEST(EncoderUnicodeToUtf8, EncodesAndReplacesUnencodable) {
-    const std::wstring text = L"A\u00e9\u20ac\U0001F600";
-    EXPECT_EQ(Bytes(CEncoder::UnicodeToUtf8Binary(text.data(), text.size())),
-              "A\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");
+    EXPECT_EQ(AsString(CEncoder::UnicodeToUtf8Binary(kWideSample.data(), kWideSample.size())), kUtf8Sample);
     const wchar_t bad[] = {L'x', static_cast<wchar_t>(0xD800), static_cast<wchar_t>(0x110000), L'\u00e9'};
-    EXPECT_EQ(Bytes(CEncoder::UnicodeToUtf8Binary(bad, 4)), "x??\xC3\xA9");
-    EXPECT_EQ(Bytes(CEncoder::UnicodeToUtf8Binary(L"ascii", 5)), "ascii");
+    EXPECT_EQ(AsString(CEncoder::UnicodeToUtf8Binary(bad, 4)), "x??\xC3\xA9");
     EXPECT_EQ(CEncoder::UnicodeToUtf8Binary(nullptr, 0).GetLength(), 0u);
 }
 
@@ -130,8 +92,7 @@ TEST(EncoderUtf8ToLocal, Utf8LocaleRoundTrips) {
     EXPECT_EQ(CEncoder::Utf8ToLocalCodePage("a\xC3" "b", 3), "a?b");
     EXPECT_EQ(CEncoder::Utf8ToLocalCodePage("\xC3\xA9\xE2\x82", 4), "\xC3\xA9??");
     // Long input: characters of 2 and 4 bytes straddle the internal pieces.
-    for (const std::string& unit : {std::string("\xC3\xA9"), std::string("x\xF0\x9F\x98\x80"),
-                                   std::string("ab\xE2\x82\xAC")}) {
+    for (const char* unit : {"\xC3\xA9", "x\xF0\x9F\x98\x80", "ab\xE2\x82\xAC"}) {
         std::string text;
         while (text.size() < 20000) text += unit;
         EXPECT_EQ(CEncoder::Utf8ToLocalCodePage(text.data(), text.size()), text) << unit;

@@ -1,4 +1,4 @@
-// OutputTestFiles.h - unique temporary files for the file-stream tests.
+// OutputTestFiles.h - shared helpers of the output tests: temporary files, byte views, locale scope.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -6,13 +6,75 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <clocale>
 #include <cstdio>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <typeinfo>
 #include <vector>
 
+#include "kvxml/foundation/KvException.h"
+#include "kvxml/output/Encoder.h"
+#include "kvxml/values/BinaryData.h"
+
 namespace kvxml_test {
+
+using Bytes = std::vector<unsigned char>;
+
+inline Bytes ToBytes(const std::string& text) { return Bytes(text.begin(), text.end()); }
+inline Bytes Contents(const KvXmlLib10::CBinaryData& data) {
+    return data.GetLength() ? Bytes(data.GetData(), data.GetData() + data.GetLength()) : Bytes();
+}
+inline std::string AsString(const KvXmlLib10::CBinaryData& data) {
+    const Bytes bytes = Contents(data);
+    return std::string(bytes.begin(), bytes.end());
+}
+/// The 32-bit units of wide output, read in machine order.
+inline std::wstring Wide(const KvXmlLib10::CBinaryData& data) {
+    EXPECT_EQ(data.GetLength() % sizeof(wchar_t), 0u);
+    std::wstring text(data.GetLength() / sizeof(wchar_t), L'\0');
+    if (!text.empty()) std::memcpy(&text[0], data.GetData(), text.size() * sizeof(wchar_t));
+    return text;
+}
+
+/// The message of the CKvException (exactly that class) `action` throws.
+template <class Action>
+std::string ThrownMessage(Action action) {
+    try {
+        action();
+    } catch (const KvXmlLib10::CKvException& error) {
+        EXPECT_EQ(typeid(error), typeid(KvXmlLib10::CKvException));
+        return error.GetMessage();
+    }
+    return "(no exception)";
+}
+
+/// A document of about `size` characters with line ends, tabs and escapes.
+inline std::string SampleXml(size_t size) {
+    std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<list>\n";
+    for (int i = 0; text.size() < size; ++i)
+        text += "\t<entry n=\"" + std::to_string(i) + "\">a &amp; b &lt; c</entry>\n";
+    return text + "</list>\n";
+}
+
+/// Switches the C locale for one test; restores it and turns ASCIIOnly off after.
+class LocaleScope {
+public:
+    explicit LocaleScope(const char* name) : m_saved(std::setlocale(LC_ALL, nullptr)) {
+        m_ok = std::setlocale(LC_ALL, name) != nullptr;
+    }
+    ~LocaleScope() {
+        std::setlocale(LC_ALL, m_saved.c_str());
+        KvXmlLib10::ASCIIOnly(false);
+    }
+    bool Ok() const { return m_ok; }
+
+private:
+    std::string m_saved;
+    bool m_ok = false;
+};
 
 /// A fresh path under the test temp dir; the file is removed on destruction.
 class TempFile {
@@ -30,10 +92,9 @@ public:
 
     const char* Path() const { return m_path.c_str(); }
     /// The whole file, or an empty vector when it does not exist.
-    std::vector<unsigned char> Read() const {
+    Bytes Read() const {
         std::ifstream in(m_path, std::ios::binary);
-        return std::vector<unsigned char>((std::istreambuf_iterator<char>(in)),
-                                          std::istreambuf_iterator<char>());
+        return Bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
     }
     bool Exists() const { return std::ifstream(m_path).good(); }
 

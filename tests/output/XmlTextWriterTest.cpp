@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <string>
+#include <utility>
 
 #include "kvxml/foundation/InstanceMonitor.h"
 #include "kvxml/foundation/KvException.h"
@@ -16,17 +18,41 @@ namespace {
 const std::string kXsi = "http://www.w3.org/2001/XMLSchema-instance";
 const std::string kXml = "http://www.w3.org/XML/1998/namespace";
 
-// A writer over a memory stream, formatting off unless asked.
+// A writer over a memory stream, formatting off unless asked, with chainable calls.
 struct Doc {
+    using Str = const std::string&;
     explicit Doc(bool format = false, XmlEncoding encoding = Encoding_None) : stream(encoding), writer(stream) {
         writer.SetFormat(format);
         writer.Open();
     }
-    std::string Text() const { return stream.GetText(); }
+    Doc& Start(Str name, Str uri = "") { writer.WriteStartElement(name, uri); return *this; }
+    Doc& End() { writer.WriteEndElement(); return *this; }
+    Doc& Text(Str text) { writer.WriteString(text, ItemType::string); return *this; }
+    Doc& Attr(Str name, Str uri, Str v) { writer.WriteAttributeString(name, uri, v, ItemType::string); return *this; }
+    Doc& Type(Str uri, Str name) { writer.WriteAttributeType(uri, name, ItemType::string); return *this; }
+    Doc& Nil() { writer.WriteAttributeNil(); return *this; }
+    Doc& Ns(Str prefix, Str uri) { writer.AddNamespace(prefix, uri); return *this; }
+    Doc& Default(Str uri) { writer.SetDefaultNamespace(uri); return *this; }
+    std::string Out() const { return stream.GetText(); }
 
     CTextStream stream;
     CXmlTextWriter writer;
 };
+
+// Calls made on a fresh flat document, and the exact text they give.
+struct Scenario {
+    const char* behaviour;
+    void (*build)(Doc&);
+    std::string expected;
+};
+
+void ExpectScenarios(std::initializer_list<Scenario> scenarios) {
+    for (const Scenario& s : scenarios) {
+        Doc doc;
+        s.build(doc);
+        EXPECT_EQ(doc.Out(), s.expected) << s.behaviour;
+    }
+}
 
 // Records lifecycle calls and, like a file stream, drains on Flush.
 class RecordingStream : public CTextStream {
@@ -42,35 +68,21 @@ public:
     std::string drained;
 };
 
-void WriteWorkedExample(CXmlTextWriter& writer) {
-    writer.WriteStartDocument();
-    writer.WriteStartElement("a", "");
-    writer.WriteStartElement("b", "");
-    writer.WriteString("x", ItemType::string);
-    writer.WriteEndElement();
-    writer.WriteStartElement("c", "");
-    writer.WriteEndElement();
-    writer.WriteEndElement();
-    writer.Close();
-}
-
 }  // namespace
 
 TEST(XmlTextWriterLayout, WorkedExampleFormattedAndFlat) {
-    Doc formatted(true, Encoding_UTF8);
-    WriteWorkedExample(formatted.writer);
-    EXPECT_EQ(formatted.Text(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>\n\t<b>x</b>\n\t<c/>\n</a>\n");
-
-    Doc flat(false, Encoding_UTF8);
-    WriteWorkedExample(flat.writer);
-    EXPECT_EQ(flat.Text(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a><b>x</b><c/></a>");
-
-    Doc crlf(true, Encoding_UTF8);
+    const std::string declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+    Doc formatted(true, Encoding_UTF8), flat(false, Encoding_UTF8), crlf(true, Encoding_UTF8);
     crlf.writer.SetEOLType(EOL_CRLF);
     EXPECT_EQ(crlf.writer.GetEOLType(), EOL_CRLF);
-    WriteWorkedExample(crlf.writer);
-    EXPECT_EQ(crlf.Text(),
-              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<a>\r\n\t<b>x</b>\r\n\t<c/>\r\n</a>\r\n");
+    for (Doc* doc : {&formatted, &flat, &crlf}) {
+        doc->writer.WriteStartDocument();
+        doc->Start("a").Start("b").Text("x").End().Start("c").End().End();
+        doc->writer.Close();
+    }
+    EXPECT_EQ(formatted.Out(), declaration + "\n<a>\n\t<b>x</b>\n\t<c/>\n</a>\n");
+    EXPECT_EQ(flat.Out(), declaration + "\n<a><b>x</b><c/></a>");
+    EXPECT_EQ(crlf.Out(), declaration + "\r\n<a>\r\n\t<b>x</b>\r\n\t<c/>\r\n</a>\r\n");
 }
 
 TEST(XmlTextWriterLayout, DefaultsAndDeclarationPerEncoding) {
@@ -79,84 +91,52 @@ TEST(XmlTextWriterLayout, DefaultsAndDeclarationPerEncoding) {
     EXPECT_TRUE(writer.GetFormat());
     EXPECT_EQ(writer.GetEOLType(), EOL_LF);
 
-    const struct {
-        XmlEncoding encoding;
-        const char* declaration;
-    } cases[] = {{Encoding_None, "<?xml version=\"1.0\"?>\n"},
-                 {Encoding_UTF8, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"},
-                 {Encoding_UTF16, "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n"},
-                 {Encoding_Wide, "<?xml version=\"1.0\"?>\n"}};
-    for (const auto& c : cases) {
-        Doc doc(false, c.encoding);  // the line end follows even without formatting
+    const std::pair<XmlEncoding, const char*> cases[] = {
+        {Encoding_None, "<?xml version=\"1.0\"?>\n"},
+        {Encoding_UTF8, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"},
+        {Encoding_UTF16, "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n"},
+        {Encoding_Wide, "<?xml version=\"1.0\"?>\n"}};
+    for (const auto& [encoding, declaration] : cases) {
+        Doc doc(false, encoding);  // the line end follows even without formatting
         doc.writer.WriteStartDocument();
-        EXPECT_EQ(doc.Text(), c.declaration) << c.encoding;
+        EXPECT_EQ(doc.Out(), declaration) << encoding;
     }
 }
 
 TEST(XmlTextWriterLayout, NestingIndentsWithTabsAndTextStaysOnOneLine) {
     Doc doc(true);
-    doc.writer.WriteStartElement("r", "");
-    doc.writer.WriteStartElement("a", "");
-    doc.writer.WriteAttributeString("k", "", "v", ItemType::string);
-    doc.writer.WriteStartElement("b", "");
-    doc.writer.WriteString("text", ItemType::string);
-    doc.writer.WriteEndElement();
-    doc.writer.WriteStartElement("c", "");
-    doc.writer.WriteString("", ItemType::string);  // leaves it empty
-    doc.writer.WriteEndElement();
-    doc.writer.WriteEndElement();
-    doc.writer.WriteEndElement();
-    EXPECT_EQ(doc.Text(), "<r>\n\t<a k=\"v\">\n\t\t<b>text</b>\n\t\t<c/>\n\t</a>\n</r>\n");
+    doc.Start("r").Start("a").Attr("k", "", "v").Start("b").Text("text").End();
+    doc.Start("c").Text("").End().End().End();  // empty text leaves c empty
+    EXPECT_EQ(doc.Out(), "<r>\n\t<a k=\"v\">\n\t\t<b>text</b>\n\t\t<c/>\n\t</a>\n</r>\n");
 }
 
-TEST(XmlTextWriterEscape, TextModeRows) {
+TEST(XmlTextWriterEscape, TextAndAttributeModeRows) {
     const struct {
         const char* in;
-        const char* lf;
-        const char* crlf;
+        const char* textLf;
+        const char* textCrlf;
+        const char* attribute;  // the same for both line end types
     } cases[] = {
-        {"a\nb", "a\nb", "a\r\nb"},
-        {"a\r\nb", "a\nb", "a\r\nb"},
-        {"a\rb\r", "ab", "ab"},
-        {"say \"hi\"", "say \"hi\"", "say \"hi\""},
-        {"a&b", "a&amp;b", "a&amp;b"},
-        {"<x>", "&lt;x&gt;", "&lt;x&gt;"},
-        {"tab\there 'q'", "tab\there 'q'", "tab\there 'q'"},
-        {"\x01\x7F\x80\xE9\xFF", "\x01\x7F\x80\xE9\xFF", "\x01\x7F\x80\xE9\xFF"},
-        {"]]>", "]]&gt;", "]]&gt;"},
+        {"a\nb", "a\nb", "a\r\nb", "a&#xA;b"},
+        {"a\r\nb", "a\nb", "a\r\nb", "a&#xA;b"},
+        {"a\rb\r", "ab", "ab", "ab"},
+        {"say \"hi\"", "say \"hi\"", "say \"hi\"", "say &quot;hi&quot;"},
+        {"a&b<c>d", "a&amp;b&lt;c&gt;d", "a&amp;b&lt;c&gt;d", "a&amp;b&lt;c&gt;d"},
+        {"tab\there 'q'", "tab\there 'q'", "tab\there 'q'", "tab\there 'q'"},
+        {"\x01\x7F\x80\xE9\xFF", "\x01\x7F\x80\xE9\xFF", "\x01\x7F\x80\xE9\xFF", "\x01\x7F\x80\xE9\xFF"},
+        {"]]>", "]]&gt;", "]]&gt;", "]]&gt;"},
+        {"", "", "", ""},
     };
     for (const auto& c : cases) {
         for (EOLType eol : {EOL_LF, EOL_CRLF}) {
-            CTextStream stream;
-            CXmlTextWriter writer(stream);
-            writer.SetEOLType(eol);
-            writer.PadAndAppend(c.in, false);
-            EXPECT_EQ(stream.GetText(), eol == EOL_LF ? c.lf : c.crlf) << c.in;
-        }
-    }
-}
-
-TEST(XmlTextWriterEscape, AttributeModeRows) {
-    const struct {
-        const char* in;
-        const char* out;
-    } cases[] = {
-        {"a\nb", "a&#xA;b"},
-        {"a\r\nb", "a&#xA;b"},
-        {"a\rb", "ab"},
-        {"say \"hi\"", "say &quot;hi&quot;"},
-        {"a&b<c>d", "a&amp;b&lt;c&gt;d"},
-        {"tab\t'q'", "tab\t'q'"},
-        {"\x80\xE9\xFF", "\x80\xE9\xFF"},
-        {"", ""},
-    };
-    for (const auto& c : cases) {
-        for (EOLType eol : {EOL_LF, EOL_CRLF}) {
-            CTextStream stream;
-            CXmlTextWriter writer(stream);
-            writer.SetEOLType(eol);
-            writer.PadAndAppend(c.in, true);
-            EXPECT_EQ(stream.GetText(), c.out) << c.in;
+            for (bool isAttribute : {false, true}) {
+                CTextStream stream;
+                CXmlTextWriter writer(stream);
+                writer.SetEOLType(eol);
+                writer.PadAndAppend(c.in, isAttribute);
+                EXPECT_EQ(stream.GetText(), isAttribute ? c.attribute : eol == EOL_LF ? c.textLf : c.textCrlf)
+                    << c.in << " eol " << eol << " attribute " << isAttribute;
+            }
         }
     }
 }
@@ -165,33 +145,23 @@ TEST(XmlTextWriterEscape, ThroughElementsAttributesAndComments) {
     Doc doc;
     doc.writer.SetEOLType(EOL_CRLF);
     doc.writer.WriteComment("a<b\r\nc");
-    doc.writer.WriteStartElement("r", "");
-    doc.writer.WriteAttributeString("v", "", "1 < \"2\"\n", ItemType::string);
-    doc.writer.WriteString("x & y\nz", ItemType::string);
-    doc.writer.WriteEndElement();
-    EXPECT_EQ(doc.Text(), "<!--a&lt;b\r\nc-->\r\n<r v=\"1 &lt; &quot;2&quot;&#xA;\">x &amp; y\r\nz</r>");
+    doc.Start("r").Attr("v", "", "1 < \"2\"\n").Text("x & y\nz").End();
+    EXPECT_EQ(doc.Out(), "<!--a&lt;b\r\nc-->\r\n<r v=\"1 &lt; &quot;2&quot;&#xA;\">x &amp; y\r\nz</r>");
 }
 
 TEST(XmlTextWriterText, CdataPassesThroughUnescaped) {
     Doc doc;
-    doc.writer.WriteStartElement("r", "");
-    doc.writer.WriteString("<![CDATA[a<b & ]]>]]> tail <", ItemType::string);
-    doc.writer.WriteEndElement();
-    doc.writer.WriteStartElement("s", "");
-    doc.writer.WriteString("<![CDATA", ItemType::string);  // not a section start
-    doc.writer.WriteEndElement();
-    EXPECT_EQ(doc.Text(), "<r><![CDATA[a<b & ]]>]]> tail <</r><s>&lt;![CDATA</s>");
+    doc.Start("r").Text("<![CDATA[a<b & ]]>]]> tail <").End();
+    doc.Start("s").Text("<![CDATA").End();  // not a section start
+    EXPECT_EQ(doc.Out(), "<r><![CDATA[a<b & ]]>]]> tail <</r><s>&lt;![CDATA</s>");
 }
 
 TEST(XmlTextWriterText, EmptyElementForms) {
     Doc doc(true);
-    doc.writer.WriteStartElement("r", "");
+    doc.Start("r");
     doc.writer.WriteAttributeString("a", "", "1", ItemType::i4);
-    doc.writer.WriteAttributeString("b", "", "", ItemType::string);
-    doc.writer.WriteString("", ItemType::string);
-    doc.writer.WriteAttributeNil();  // still allowed: the tag is open
-    doc.writer.WriteEndElement();
-    EXPECT_EQ(doc.Text(), "<r a=\"1\" b=\"\" xmlns:AA=\"" + kXsi + "\" AA:nil=\"true\"/>\n");
+    doc.Attr("b", "", "").Text("").Nil().End();  // still open after empty text: nil is allowed
+    EXPECT_EQ(doc.Out(), "<r a=\"1\" b=\"\" xmlns:AA=\"" + kXsi + "\" AA:nil=\"true\"/>\n");
 }
 
 TEST(XmlTextWriterDirectives, CommentsPisInlineSchemaAndRawElements) {
@@ -199,217 +169,122 @@ TEST(XmlTextWriterDirectives, CommentsPisInlineSchemaAndRawElements) {
     doc.writer.WriteHeaderDirective("<!DOCTYPE r>");
     doc.writer.WritePI("<?pi data?>");
     doc.writer.WriteComment("note");
-    doc.writer.WriteStartElement("r", "");
+    doc.Start("r");
     doc.writer.WriteInlineSchema("<xs:schema/>");
     doc.writer.CloseParentElm();
     doc.writer.WriteRawElement("<raw a='1'>&</raw>");
-    doc.writer.WriteEndElement();
-    EXPECT_EQ(doc.Text(),
-              "<!DOCTYPE r>\n<?pi data?>\n\n<!--note-->\n<r \n<xs:schema/>\n>\n<raw a='1'>&</raw>\n</r>\n");
+    doc.End();
+    EXPECT_EQ(doc.Out(), "<!DOCTYPE r>\n<?pi data?>\n\n<!--note-->\n<r \n<xs:schema/>\n>\n<raw a='1'>&</raw>\n</r>\n");
 
     Doc flat;
-    flat.writer.WriteStartElement("r", "");
+    flat.Start("r");
     flat.writer.CloseParentElm();
     flat.writer.WriteRawElement("<x/>");
-    flat.writer.WriteEndElement();
-    EXPECT_EQ(flat.Text(), "<r><x/></r>");
+    flat.End();
+    EXPECT_EQ(flat.Out(), "<r><x/></r>");
 }
 
-TEST(XmlTextWriterNamespaces, InventsPrefixesFromAA) {
-    Doc doc;
-    doc.writer.WriteStartElement("r", "urn:a");
-    doc.writer.WriteStartElement("c", "urn:a");  // bound in scope: no declaration
-    doc.writer.WriteEndElement();
-    doc.writer.WriteStartElement("d", "urn:b");
-    doc.writer.WriteEndElement();
-    doc.writer.WriteEndElement();
-    EXPECT_EQ(doc.Text(), "<AA:r xmlns:AA=\"urn:a\"><AA:c/><AB:d xmlns:AB=\"urn:b\"/></AA:r>");
-
-    Doc taken;
-    taken.writer.AddNamespace("AA", "urn:x");
-    taken.writer.WriteStartElement("r", "urn:a");
-    taken.writer.WriteEndElement();
-    EXPECT_EQ(taken.Text(), "<AB:r xmlns:AB=\"urn:a\" xmlns:AA=\"urn:x\"/>");
-}
-
-TEST(XmlTextWriterNamespaces, SiblingsDeclareTheirOwnPrefixes) {
-    Doc doc;
-    doc.writer.WriteStartElement("r", "");
-    doc.writer.WriteStartElement("c", "urn:s");
-    doc.writer.WriteStartElement("g", "urn:s");  // inherits the child's binding
-    doc.writer.WriteEndElement();
-    doc.writer.WriteEndElement();
-    doc.writer.WriteStartElement("c", "urn:s");  // the binding died with the first child
-    doc.writer.WriteEndElement();
-    doc.writer.WriteStartElement("e", "urn:t");
-    doc.writer.WriteEndElement();
-    doc.writer.WriteEndElement();
-    EXPECT_EQ(doc.Text(),
-              "<r><AA:c xmlns:AA=\"urn:s\"><AA:g/></AA:c><AA:c xmlns:AA=\"urn:s\"/>"
-              "<AA:e xmlns:AA=\"urn:t\"/></r>");
+TEST(XmlTextWriterNamespaces, DeclaresWhereAPrefixIsFirstNeeded) {
+    ExpectScenarios({
+        {"invents prefixes from AA; a bound one is not declared again",
+         [](Doc& d) { d.Start("r", "urn:a").Start("c", "urn:a").End().Start("d", "urn:b").End().End(); },
+         "<AA:r xmlns:AA=\"urn:a\"><AA:c/><AB:d xmlns:AB=\"urn:b\"/></AA:r>"},
+        {"skips an invented name announced for another URI",
+         [](Doc& d) { d.Ns("AA", "urn:x").Start("r", "urn:a").End(); },
+         "<AB:r xmlns:AB=\"urn:a\" xmlns:AA=\"urn:x\"/>"},
+        {"a binding dies with its element: siblings declare again, children inherit",
+         [](Doc& d) {
+             d.Start("r").Start("c", "urn:s").Start("g", "urn:s").End().End();
+             d.Start("c", "urn:s").End().Start("e", "urn:t").End().End();
+         },
+         "<r><AA:c xmlns:AA=\"urn:s\"><AA:g/></AA:c><AA:c xmlns:AA=\"urn:s\"/><AA:e xmlns:AA=\"urn:t\"/></r>"},
+        {"the xml prefix is never declared",
+         [](Doc& d) { d.Ns("xml", kXml).Start("r").Attr("lang", kXml, "en").Start("e", kXml).End().End(); },
+         "<r xml:lang=\"en\"><xml:e/></r>"},
+        {"attributes always use a prefix, even for the default namespace",
+         [](Doc& d) {
+             d.Default("urn:d").Start("r", "urn:d").Attr("at", "urn:d", "1").Attr("bt", "urn:d", "2");
+             d.Attr("plain", "", "3").Start("c", "urn:d").End().End();
+         },
+         "<r xmlns=\"urn:d\" xmlns:AA=\"urn:d\" AA:at=\"1\" AA:bt=\"2\" plain=\"3\"><c/></r>"},
+        {"a namespace added inside an element only prefixes later names",
+         [](Doc& d) { d.Start("r").Ns("p", "urn:p").Start("c", "urn:p").End().End(); }, "<r><p:c/></r>"},
+        {"a second root gets the pending declarations again",
+         [](Doc& d) { d.Ns("p", "urn:p").Start("r", "urn:p").End().Start("r", "urn:p").End(); },
+         "<p:r xmlns:p=\"urn:p\"/><p:r xmlns:p=\"urn:p\"/>"},
+    });
 }
 
 TEST(XmlTextWriterNamespaces, RootDeclaresInventedThenDefaultThenSortedPending) {
     Doc doc;
-    doc.writer.SetDefaultNamespace("urn:d");
-    doc.writer.AddNamespace("z", "urn:b");
-    doc.writer.AddNamespace("a", "urn:c");
-    doc.writer.AddNamespace("m", "urn:a");
-    doc.writer.AddNamespace("up", "urn:B");      // 'B' sorts before 'a'
-    doc.writer.AddNamespace("hi", "urn:\xC3\xA9");  // high bytes sort last
-    doc.writer.AddNamespace("p", "urn:once");
-    doc.writer.AddNamespace("q", "urn:once");  // the later prefix wins
-    doc.writer.WriteStartElement("r", "urn:e");
-    doc.writer.WriteStartElement("in", "urn:d");
-    doc.writer.WriteEndElement();
-    doc.writer.WriteStartElement("none", "");
-    doc.writer.WriteEndElement();
-    doc.writer.WriteStartElement("m", "urn:a");
-    doc.writer.WriteEndElement();
-    doc.writer.WriteEndElement();
-    EXPECT_EQ(doc.Text(),
+    doc.Default("urn:d").Ns("z", "urn:b").Ns("a", "urn:c").Ns("m", "urn:a");
+    doc.Ns("up", "urn:B");                        // 'B' sorts before 'a'
+    doc.Ns("hi", "urn:\xC3\xA9");                 // high bytes sort last
+    doc.Ns("p", "urn:once").Ns("q", "urn:once");  // the later prefix wins
+    doc.Start("r", "urn:e").Start("in", "urn:d").End().Start("none").End().Start("m", "urn:a").End().End();
+    EXPECT_EQ(doc.Out(),
               "<AA:r xmlns:AA=\"urn:e\" xmlns=\"urn:d\" xmlns:up=\"urn:B\" xmlns:m=\"urn:a\" "
               "xmlns:z=\"urn:b\" xmlns:a=\"urn:c\" xmlns:q=\"urn:once\" xmlns:hi=\"urn:\xC3\xA9\">"
               "<in/><none/><m:m/></AA:r>");
 }
 
-TEST(XmlTextWriterNamespaces, XmlPrefixIsNeverDeclared) {
-    Doc doc;
-    doc.writer.AddNamespace("xml", kXml);
-    doc.writer.WriteStartElement("r", "");
-    doc.writer.WriteAttributeString("lang", kXml, "en", ItemType::string);
-    doc.writer.WriteStartElement("e", kXml);
-    doc.writer.WriteEndElement();
-    doc.writer.WriteEndElement();
-    EXPECT_EQ(doc.Text(), "<r xml:lang=\"en\"><xml:e/></r>");
-}
-
-TEST(XmlTextWriterNamespaces, AttributesAlwaysUseAPrefix) {
-    Doc doc;
-    doc.writer.SetDefaultNamespace("urn:d");
-    doc.writer.WriteStartElement("r", "urn:d");
-    doc.writer.WriteAttributeString("at", "urn:d", "1", ItemType::string);
-    doc.writer.WriteAttributeString("bt", "urn:d", "2", ItemType::string);
-    doc.writer.WriteAttributeString("plain", "", "3", ItemType::string);
-    doc.writer.WriteStartElement("c", "urn:d");
-    doc.writer.WriteEndElement();
-    doc.writer.WriteEndElement();
-    EXPECT_EQ(doc.Text(),
-              "<r xmlns=\"urn:d\" xmlns:AA=\"urn:d\" AA:at=\"1\" AA:bt=\"2\" plain=\"3\"><c/></r>");
-}
-
-TEST(XmlTextWriterNamespaces, AddNamespaceInsideAnElementOnlyChangesLaterNames) {
-    Doc doc;
-    doc.writer.WriteStartElement("r", "");
-    doc.writer.AddNamespace("p", "urn:p");  // not declared by the writer
-    doc.writer.WriteStartElement("c", "urn:p");
-    doc.writer.WriteEndElement();
-    doc.writer.WriteEndElement();
-    EXPECT_EQ(doc.Text(), "<r><p:c/></r>");
-}
-
-TEST(XmlTextWriterNamespaces, SecondRootGetsThePendingDeclarationsAgain) {
-    Doc doc;
-    doc.writer.AddNamespace("p", "urn:p");
-    for (int i = 0; i < 2; ++i) {
-        doc.writer.WriteStartElement("r", "urn:p");
-        doc.writer.WriteEndElement();
-    }
-    EXPECT_EQ(doc.Text(), "<p:r xmlns:p=\"urn:p\"/><p:r xmlns:p=\"urn:p\"/>");
-}
-
-TEST(XmlTextWriterXsi, TypeAttributeForms) {
-    // Both namespaces unbound: two declarations, the second after two spaces.
-    Doc unbound;
-    unbound.writer.WriteStartElement("r", "");
-    unbound.writer.WriteAttributeType("urn:t", "T", ItemType::string);
-    unbound.writer.WriteEndElement();
-    EXPECT_EQ(unbound.Text(), "<r xmlns:AA=\"urn:t\"  xmlns:AB=\"" + kXsi + "\" AB:type=\"AA:T\"/>");
-
-    Doc announced;
-    announced.writer.AddNamespace("xsi", kXsi);
-    announced.writer.AddNamespace("t", "urn:t");
-    announced.writer.WriteStartElement("r", "");
-    announced.writer.WriteAttributeType("urn:t", "T", ItemType::string);
-    announced.writer.WriteEndElement();
-    // Sorted by URI: "http://www.w3.org/2001/..." before "urn:t".
-    EXPECT_EQ(announced.Text(), "<r xmlns:xsi=\"" + kXsi + "\" xmlns:t=\"urn:t\" xsi:type=\"t:T\"/>");
-
-    Doc bare;
-    bare.writer.AddNamespace("xsi", kXsi);
-    bare.writer.SetDefaultNamespace("urn:d");
-    bare.writer.WriteStartElement("r", "urn:d");
-    bare.writer.WriteAttributeType("urn:d", "InDefault", ItemType::string);
-    bare.writer.WriteStartElement("c", "urn:d");
-    bare.writer.WriteAttributeType("", "NoNamespace", ItemType::string);
-    bare.writer.WriteEndElement();
-    bare.writer.WriteEndElement();
-    EXPECT_EQ(bare.Text(), "<r xmlns=\"urn:d\" xmlns:xsi=\"" + kXsi +
-                               "\" xsi:type=\"InDefault\"><c xsi:type=\"NoNamespace\"/></r>");
-}
-
-TEST(XmlTextWriterXsi, NilAttribute) {
-    Doc announced;
-    announced.writer.AddNamespace("xsi", kXsi);
-    announced.writer.WriteStartElement("r", "");
-    announced.writer.WriteAttributeNil();
-    announced.writer.WriteEndElement();
-    EXPECT_EQ(announced.Text(), "<r xmlns:xsi=\"" + kXsi + "\" xsi:nil=\"true\"/>");
-
-    Doc unbound;
-    unbound.writer.WriteStartElement("r", "");
-    unbound.writer.WriteStartElement("c", "");
-    unbound.writer.WriteAttributeNil();
-    unbound.writer.WriteEndElement();
-    unbound.writer.WriteStartElement("c", "");  // the binding was the sibling's only
-    unbound.writer.WriteAttributeNil();
-    unbound.writer.WriteEndElement();
-    unbound.writer.WriteEndElement();
-    EXPECT_EQ(unbound.Text(), "<r><c xmlns:AA=\"" + kXsi + "\" AA:nil=\"true\"/><c xmlns:AA=\"" + kXsi +
-                                  "\" AA:nil=\"true\"/></r>");
+TEST(XmlTextWriterXsi, TypeAndNilAttributes) {
+    const std::string nilChild = "<c xmlns:AA=\"" + kXsi + "\" AA:nil=\"true\"/>";
+    ExpectScenarios({
+        {"type with both namespaces unbound: two declarations, the second after two spaces",
+         [](Doc& d) { d.Start("r").Type("urn:t", "T").End(); },
+         "<r xmlns:AA=\"urn:t\"  xmlns:AB=\"" + kXsi + "\" AB:type=\"AA:T\"/>"},
+        {"type with announced namespaces, declared sorted by URI",
+         [](Doc& d) { d.Ns("xsi", kXsi).Ns("t", "urn:t").Start("r").Type("urn:t", "T").End(); },
+         "<r xmlns:xsi=\"" + kXsi + "\" xmlns:t=\"urn:t\" xsi:type=\"t:T\"/>"},
+        {"type in the default or no namespace is a bare name",
+         [](Doc& d) {
+             d.Ns("xsi", kXsi).Default("urn:d").Start("r", "urn:d").Type("urn:d", "InDefault");
+             d.Start("c", "urn:d").Type("", "NoNamespace").End().End();
+         },
+         "<r xmlns=\"urn:d\" xmlns:xsi=\"" + kXsi + "\" xsi:type=\"InDefault\"><c xsi:type=\"NoNamespace\"/></r>"},
+        {"nil with xsi announced", [](Doc& d) { d.Ns("xsi", kXsi).Start("r").Nil().End(); },
+         "<r xmlns:xsi=\"" + kXsi + "\" xsi:nil=\"true\"/>"},
+        {"nil binds xsi for each sibling of its own",
+         [](Doc& d) { d.Start("r").Start("c").Nil().End().Start("c").Nil().End().End(); },
+         "<r>" + nilChild + nilChild + "</r>"},
+    });
 }
 
 TEST(XmlTextWriterErrors, AttributesAfterContentAreRefused) {
     Doc doc;
-    doc.writer.WriteStartElement("r", "");
-    doc.writer.WriteString("text", ItemType::string);
-    EXPECT_KV_THROW(doc.writer.WriteAttributeString("a", "", "1", ItemType::string), CKvException,
-                    "Attributes must be added before elements");
-    EXPECT_KV_THROW(doc.writer.WriteAttributeType("urn:t", "T", ItemType::string), CKvException,
-                    "Attributes must be added before elements");
-    EXPECT_KV_THROW(doc.writer.WriteAttributeNil(), CKvException, "Attributes must be added before elements");
-    doc.writer.WriteStartElement("c", "");
-    doc.writer.WriteEndElement();
-    EXPECT_KV_THROW(doc.writer.WriteAttributeString("a", "", "1", ItemType::string), CKvException,
-                    "Attributes must be added before elements");
-    doc.writer.WriteEndElement();
-    EXPECT_EQ(doc.Text(), "<r>text<c/></r>");  // nothing leaked into the output
+    doc.Start("r").Text("text");
+    EXPECT_KV_THROW(doc.Attr("a", "", "1"), CKvException, "Attributes must be added before elements");
+    EXPECT_KV_THROW(doc.Type("urn:t", "T"), CKvException, "Attributes must be added before elements");
+    EXPECT_KV_THROW(doc.Nil(), CKvException, "Attributes must be added before elements");
+    doc.Start("c").End();
+    EXPECT_KV_THROW(doc.Attr("a", "", "1"), CKvException, "Attributes must be added before elements");
+    doc.End();
+    EXPECT_EQ(doc.Out(), "<r>text<c/></r>");  // nothing leaked into the output
 }
 
 TEST(XmlTextWriterErrors, HeaderDirectiveAfterTheRootStarts) {
     Doc doc;
     doc.writer.WriteHeaderDirective("<!-- first -->");
-    doc.writer.WriteStartElement("r", "");
+    doc.Start("r");
     EXPECT_KV_THROW(doc.writer.WriteHeaderDirective("<!DOCTYPE r>"), CKvException,
                     "Headed directives must appear before an Element has been added.");
-    doc.writer.WriteEndElement();
+    doc.End();
     doc.writer.WriteHeaderDirective("<!-- after -->");  // allowed again once closed
-    EXPECT_EQ(doc.Text(), "<!-- first -->\n<r/><!-- after -->\n");
+    EXPECT_EQ(doc.Out(), "<!-- first -->\n<r/><!-- after -->\n");
 }
 
 TEST(XmlTextWriterErrors, InvalidEolTypeKeepsThePreviousSetting) {
     Doc doc(true);
     doc.writer.SetEOLType(EOL_CRLF);
-    EXPECT_KV_THROW(doc.writer.SetEOLType(static_cast<EOLType>(2)), CKvException, "Invalid EOL type.");
-    EXPECT_KV_THROW(doc.writer.SetEOLType(static_cast<EOLType>(-1)), CKvException, "Invalid EOL type.");
+    for (int bad : {2, -1})
+        EXPECT_KV_THROW(doc.writer.SetEOLType(static_cast<EOLType>(bad)), CKvException, "Invalid EOL type.");
     EXPECT_EQ(doc.writer.GetEOLType(), EOL_CRLF);
-    doc.writer.WriteStartElement("r", "");
-    doc.writer.WriteString("a\nb", ItemType::string);
-    doc.writer.WriteEndElement();
-    EXPECT_EQ(doc.Text(), "<r>a\r\nb</r>\r\n");
+    doc.Start("r").Text("a\nb").End();
+    EXPECT_EQ(doc.Out(), "<r>a\r\nb</r>\r\n");
 }
 
-TEST(XmlTextWriterErrors, CloseFlushesTheStreamBeforeRefusing) {
+TEST(XmlTextWriterErrors, CloseClosesTheStreamBeforeRefusing) {
     RecordingStream stream;
     CXmlTextWriter writer(stream);
     writer.Open();
@@ -443,21 +318,14 @@ TEST(XmlTextWriterStream, FlushesOnceFourKilobytesAreHeld) {
 TEST(XmlTextWriterStream, DeepNestingWritesAndUnwinds) {
     Doc doc;
     const int depth = 100000;
-    for (int i = 0; i < depth; ++i) doc.writer.WriteStartElement("e", "urn:n");
-    for (int i = 0; i < depth; ++i) doc.writer.WriteEndElement();
+    for (int i = 0; i < depth; ++i) doc.Start("e", "urn:n");
+    for (int i = 0; i < depth; ++i) doc.End();
     doc.writer.Close();
-    const std::string text = doc.Text();
     std::string expected = "<AA:e xmlns:AA=\"urn:n\">";
     for (int i = 2; i < depth; ++i) expected += "<AA:e>";
     expected += "<AA:e/>";
     for (int i = 1; i < depth; ++i) expected += "</AA:e>";
-    EXPECT_TRUE(text == expected) << "length " << text.size() << " vs " << expected.size();
-
-    CTextStream stream;
-    auto* writer = new CXmlTextWriter(stream);
-    writer->SetFormat(false);  // indentation would be quadratic in the depth
-    for (int i = 0; i < depth; ++i) writer->WriteStartElement("e", "");
-    delete writer;  // destroys every open context without deep recursion
+    EXPECT_TRUE(doc.Out() == expected) << "length " << doc.Out().size() << " vs " << expected.size();
 }
 
 TEST(XmlTextWriterLifecycle, OpenEmptiesTheStreamAndInstancesAreCountedByName) {

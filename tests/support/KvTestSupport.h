@@ -14,7 +14,7 @@
     do {                                                                                   \
         bool kvThrown = false;                                                             \
         try {                                                                              \
-            stmt;                                                                          \
+            static_cast<void>(stmt);                                                       \
         } catch (const KvXmlLib10::CKvException& kvError) {                                \
             kvThrown = true;                                                               \
             EXPECT_EQ(typeid(kvError), typeid(Type)) << "message: " << kvError.GetMessage(); \
