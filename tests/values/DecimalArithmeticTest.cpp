@@ -1,5 +1,7 @@
 // DecimalArithmeticTest.cpp - CDecimal: scale changes, comparisons and the four operations.
+#include <iterator>
 #include <string>
+#include <vector>
 
 #include "kvxml/values/Decimal.h"
 #include "support/KvTestSupport.h"
@@ -10,9 +12,7 @@ using KvXmlLib10::CKvInvalidValueException;
 
 namespace {
 
-CDecimal D(const char* text) {
-    return CDecimal(text);
-}
+CDecimal D(const char* text) { return CDecimal(text); }
 
 }  // namespace
 
@@ -34,9 +34,8 @@ TEST(DecimalScale, ChangeFractionalDividerRoundsTiesTowardZero) {
     }
 }
 
-TEST(DecimalScale, RationaliseKeepsOneFractionDigit) {
+TEST(DecimalScale, RationaliseKeepsOneFractionDigitAndNormalizeTakesTheLargerScale) {
     CDecimal value(CBigInteger(3), CBigInteger(1200), 5);
-    EXPECT_EQ(value.ToString(), "3.01200");
     value.Rationalise();
     EXPECT_EQ(value.ToString(), "3.012");
     CDecimal zero(CBigInteger(4), CBigInteger(0), 7);
@@ -46,107 +45,83 @@ TEST(DecimalScale, RationaliseKeepsOneFractionDigit) {
     CDecimal big(CBigInteger(0), CBigInteger("1000000000000000000000000000"), 28);  // 0.1
     big.Rationalise();
     EXPECT_EQ(big.ToString(), "0.1");
-}
 
-TEST(DecimalScale, NormalizeBringsBothToTheLargerScale) {
     CDecimal a("1.5"), b("-0.125");
     CDecimal::Normalize(a, b);
     EXPECT_EQ(a.ToString(), "1.500");
     EXPECT_EQ(b.ToString(), "-0.125");
 }
 
-TEST(DecimalCompare, EqualValuesWithDifferentScales) {
-    CDecimal wide(CBigInteger(1), CBigInteger(50), 2);
-    EXPECT_TRUE(wide == D("1.5"));
-    EXPECT_FALSE(wide != D("1.5"));
-    EXPECT_TRUE(wide <= D("1.5") && wide >= D("1.5"));
+TEST(DecimalCompare, OrdersAcrossSignsAndScales) {
+    EXPECT_TRUE(CDecimal(CBigInteger(1), CBigInteger(50), 2) == D("1.5"));
     EXPECT_TRUE(D("1.50") == D("1.5000000"));
     EXPECT_TRUE(D("-0") == D("0.000"));
     EXPECT_TRUE(D("1e2") == D("100.0"));
-}
-
-TEST(DecimalCompare, OrdersAcrossSignsAndScales) {
     const char* ordered[] = {"-100", "-1.5", "-1.25", "-1", "-0.5", "-0.05", "0",
                              "0.001", "0.1", "0.25", "1", "1.999", "2", "1000000000000000000000.1"};
-    const int count = static_cast<int>(sizeof ordered / sizeof ordered[0]);
-    for (int i = 0; i < count; ++i) {
-        for (int j = 0; j < count; ++j) {
-            CDecimal a(ordered[i]), b(ordered[j]);
-            EXPECT_EQ(a == b, i == j) << ordered[i] << " " << ordered[j];
-            EXPECT_EQ(a < b, i < j) << ordered[i] << " " << ordered[j];
-            EXPECT_EQ(a > b, i > j) << ordered[i] << " " << ordered[j];
-            EXPECT_EQ(a <= b, i <= j);
-            EXPECT_EQ(a >= b, i >= j);
-            EXPECT_EQ(a != b, i != j);
+    for (size_t i = 0; i < std::size(ordered); ++i) {
+        for (size_t j = 0; j < std::size(ordered); ++j) {
+            const CDecimal a(ordered[i]), b(ordered[j]);
+            EXPECT_EQ((std::vector<bool>{a == b, a != b, a < b, a <= b, a > b, a >= b}),
+                      (std::vector<bool>{i == j, i != j, i < j, i <= j, i > j, i >= j}))
+                << ordered[i] << " " << ordered[j];
         }
     }
 }
 
-TEST(DecimalAdd, CarriesBetweenFractionAndIntegerPart) {
-    EXPECT_TRUE(D("0.1") + D("0.2") == D("0.3"));
-    EXPECT_EQ((D("1.25") + D("0.25")).ToString(), "1.50");  // sums keep the larger scale
-    EXPECT_EQ((D("0.5") + D("0.5")).ToString(), "1");
-    EXPECT_EQ((D("-0.5") + D("1")).ToString(), "0.5");
-    EXPECT_EQ((D("0.5") + D("-1")).ToString(), "-0.5");
-    EXPECT_EQ((D("1") - D("1.25")).ToString(), "-0.25");
-    EXPECT_EQ((D("-1.75") - D("0.25")).ToString(), "-2");
-    EXPECT_EQ((D("999999999.999999999") + D("0.000000001")).ToString(), "1000000000");
-    EXPECT_EQ((D("-1000000000") + D("0.000000001")).ToString(), "-999999999.999999999");
-    EXPECT_EQ((D("1.5") - D("1.5")).ToString(), "0");
-    CDecimal total("0.75");
-    total += D("0.5");
-    total -= D("2");
-    EXPECT_EQ(total.ToString(), "-0.75");
-}
-
-TEST(DecimalAdd, IncrementAndDecrementByOne) {
-    CDecimal value("0.5");
-    EXPECT_EQ((value++).ToString(), "0.5");
-    EXPECT_EQ(value.ToString(), "1.5");
-    EXPECT_EQ((--value).ToString(), "0.5");
-    EXPECT_EQ((value--).ToString(), "0.5");
-    EXPECT_EQ(value.ToString(), "-0.5");
-    EXPECT_EQ((++value).ToString(), "0.5");
-}
-
-TEST(DecimalMultiply, IsExactAndRationalised) {
-    EXPECT_EQ((D("1.5") * D("1.5")).ToString(), "2.25");
-    EXPECT_EQ((D("-0.5") * D("0.2")).ToString(), "-0.1");
-    EXPECT_EQ((D("-0.5") * D("-4")).ToString(), "2");
-    EXPECT_EQ((D("0.000000000000000000001") * D("0.000000000000000000001")).ToString(),
-              "0.000000000000000000000000000000000000000001");
-    EXPECT_EQ((D("123456789.123456789") * D("0")).ToString(), "0");
-    CDecimal value("2.5");
-    value *= D("4");
-    EXPECT_EQ(value.ToString(), "10");
-}
-
-TEST(DecimalDivide, KeepsThirtyDigitsRoundedTiesTowardZero) {
-    EXPECT_EQ((D("1") / D("3")).ToString(), "0.333333333333333333333333333333");
-    EXPECT_EQ((D("2") / D("3")).ToString(), "0.666666666666666666666666666667");
-    EXPECT_EQ((D("-2") / D("3")).ToString(), "-0.666666666666666666666666666667");
-    EXPECT_EQ((D("2") / D("-3")).ToString(), "-0.666666666666666666666666666667");
-    EXPECT_EQ((D("1") / D("8")).ToString(), "0.125");
-    EXPECT_EQ((D("10") / D("4")).ToString(), "2.5");
-    EXPECT_EQ((D("0.75") / D("0.025")).ToString(), "30");
-    EXPECT_EQ((D("1") / D("2000000000000000000000000000000")).ToString(), "0");  // exact half of 10^-30
-    EXPECT_EQ((D("3") / D("2000000000000000000000000000000")).ToString(), "0.000000000000000000000000000001");
-    EXPECT_EQ((D("-3") / D("2000000000000000000000000000000")).ToString(), "-0.000000000000000000000000000001");
+// Each case runs the operator and its compound-assignment form.
+TEST(DecimalArithmetic, ExactSumsAndProductsAndThirtyDigitQuotients) {
+    const struct {
+        const char* a;
+        char op;
+        const char* b;
+        std::string result;
+    } cases[] = {
+        {"0.1", '+', "0.2", "0.3"},
+        {"1.25", '+', "0.25", "1.50"},  // sums keep the larger scale
+        {"0.5", '+', "0.5", "1"},       {"-0.5", '+', "1", "0.5"},     {"0.5", '+', "-1", "-0.5"},
+        {"1", '-', "1.25", "-0.25"},    {"-1.75", '-', "0.25", "-2"},  {"1.5", '-', "1.5", "0"},
+        {"999999999.999999999", '+', "0.000000001", "1000000000"},
+        {"-1000000000", '+', "0.000000001", "-999999999.999999999"},
+        // Products are exact and rationalised.
+        {"1.5", '*', "1.5", "2.25"},    {"-0.5", '*', "0.2", "-0.1"},  {"-0.5", '*', "-4", "2"},
+        {"0.000000000000000000001", '*', "0.000000000000000000001", "0.000000000000000000000000000000000000000001"},
+        {"123456789.123456789", '*', "0", "0"},
+        // Quotients keep thirty fraction digits, ties toward zero.
+        {"1", '/', "3", "0.333333333333333333333333333333"},
+        {"2", '/', "3", "0.666666666666666666666666666667"},
+        {"-2", '/', "3", "-0.666666666666666666666666666667"},
+        {"2", '/', "-3", "-0.666666666666666666666666666667"},
+        {"1", '/', "8", "0.125"},       {"10", '/', "4", "2.5"},       {"0.75", '/', "0.025", "30"},
+        {"7", '/', "-2", "-3.5"},
+        {"1", '/', "2000000000000000000000000000000", "0"},  // exact half of 10^-30
+        {"3", '/', "2000000000000000000000000000000", "0.000000000000000000000000000001"},
+        {"-3", '/', "2000000000000000000000000000000", "-0.000000000000000000000000000001"},
+    };
+    for (const auto& c : cases) {
+        const CDecimal a(c.a), b(c.b);
+        CDecimal result, compound(a);
+        switch (c.op) {
+            case '+': result = a + b, compound += b; break;
+            case '-': result = a - b, compound -= b; break;
+            case '*': result = a * b, compound *= b; break;
+            default: result = a / b, compound /= b; break;
+        }
+        EXPECT_EQ(result.ToString(), c.result) << c.a << ' ' << c.op << ' ' << c.b;
+        EXPECT_EQ(compound.ToString(), c.result) << c.a << ' ' << c.op << "= " << c.b;
+    }
     // Products keep every digit, so a divisor can be finer than 10^-30.
     EXPECT_EQ((D("1") / (D("1e-20") * D("1e-20"))).ToString(), "1" + std::string(40, '0'));
-    CDecimal value("7");
-    value /= D("-2");
-    EXPECT_EQ(value.ToString(), "-3.5");
 }
 
-TEST(DecimalDivide, ByZeroFailsLikeTheIntegerDivision) {
+TEST(DecimalArithmetic, DivisionByZeroFailsAndKeepsTheValue) {
     EXPECT_KV_THROW(D("1") / D("0.000"), CKvInvalidValueException, "ERROR: Overflow in operator/.");
     CDecimal value("1.5");
     EXPECT_KV_THROW(value /= D("0"), CKvInvalidValueException, "ERROR: Overflow in operator/.");
     EXPECT_EQ(value.ToString(), "1.5");
 }
 
-TEST(DecimalSign, NegateAndGetNegative) {
+TEST(DecimalSign, NegateIncrementAndDecrement) {
     CDecimal value("-0.25");
     EXPECT_TRUE(value.GetNegative());
     value.Negate();
@@ -156,4 +131,12 @@ TEST(DecimalSign, NegateAndGetNegative) {
     EXPECT_FALSE(zero.GetNegative());
     zero.Negate();
     EXPECT_EQ(zero.ToString(), "0");
+    EXPECT_FALSE(zero.GetNegative());
+    value = CDecimal("0.5");
+    EXPECT_EQ((value++).ToString(), "0.5");
+    EXPECT_EQ(value.ToString(), "1.5");
+    EXPECT_EQ((--value).ToString(), "0.5");
+    EXPECT_EQ((value--).ToString(), "0.5");
+    EXPECT_EQ(value.ToString(), "-0.5");
+    EXPECT_EQ((++value).ToString(), "0.5");
 }

@@ -1,6 +1,7 @@
 // HexTest.cpp - hexadecimal text of CBinaryData.
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "kvxml/values/BinaryData.h"
 #include "support/KvTestSupport.h"
@@ -15,36 +16,25 @@ TEST(HexParse, AcceptsBothCasesAndPrintsUpperCase) {
     EXPECT_EQ(value[0], 0x0A);
     EXPECT_EQ(value[1], 0xFF);
     EXPECT_EQ(value.GetAsHexString(), "0AFF");
-
     value.SetAsHexString("0123456789abcdefABCDEF");
     EXPECT_EQ(value.GetAsHexString(), "0123456789ABCDEFABCDEF");
-
     value.SetAsHexString("");
     EXPECT_EQ(value.GetLength(), 0u);
     EXPECT_EQ(value.GetAsHexString(), "");
 }
 
-TEST(HexParse, RejectsOddLength) {
-    CBinaryData value;
-    EXPECT_KV_THROW(value.SetAsHexString("ABC"), CKvException, "Invalid length in hex string");
-    // Length is judged before characters.
-    EXPECT_KV_THROW(value.SetAsHexString("G"), CKvException, "Invalid length in hex string");
-}
-
-TEST(HexParse, RejectsNonHexCharacters) {
-    CBinaryData value;
-    EXPECT_KV_THROW(value.SetAsHexString("0G"), CKvException, "Invalid char in hex string [G]");
-    EXPECT_KV_THROW(value.SetAsHexString("G0"), CKvException, "Invalid char in hex string [G]");
-    EXPECT_KV_THROW(value.SetAsHexString("00 1"), CKvException, "Invalid char in hex string [ ]");
-    EXPECT_KV_THROW(value.SetAsHexString("0x1F"), CKvException, "Invalid char in hex string [x]");
-    EXPECT_KV_THROW(value.SetAsHexString("ab\ncd"), CKvException, "Invalid length in hex string");
-    EXPECT_KV_THROW(value.SetAsHexString("ab\n\ncd"), CKvException, "Invalid char in hex string [\n]");
-}
-
-TEST(HexParse, FailureKeepsPreviousValue) {
+TEST(HexParse, RejectsOddLengthThenBadCharactersAndKeepsTheValue) {
+    const std::pair<const char*, const char*> cases[] = {
+        // Length is judged before characters.
+        {"ABC", "Invalid length in hex string"},     {"G", "Invalid length in hex string"},
+        {"ab\ncd", "Invalid length in hex string"},  {"0G", "Invalid char in hex string [G]"},
+        {"G0", "Invalid char in hex string [G]"},    {"00 1", "Invalid char in hex string [ ]"},
+        {"0x1F", "Invalid char in hex string [x]"},  {"ab\n\ncd", "Invalid char in hex string [\n]"},
+        {"CAFEZZ", "Invalid char in hex string [Z]"},
+    };
     CBinaryData value;
     value.SetAsHexString("CAFE");
-    EXPECT_THROW(value.SetAsHexString("CAFEZZ"), CKvException);
+    for (const auto& [text, message] : cases) EXPECT_KV_THROW(value.SetAsHexString(text), CKvException, message);
     EXPECT_EQ(value.GetAsHexString(), "CAFE");
 }
 
@@ -56,10 +46,10 @@ TEST(HexRoundTrip, KeepsAllByteValues) {
     EXPECT_EQ(text.substr(0, 6), "000102");
     EXPECT_EQ(text.substr(0x7F * 2, 4), "7F80");
     EXPECT_EQ(text.substr(510), "FF");
-
     CBinaryData value;
     value.SetAsHexString(text.c_str());
     EXPECT_EQ(value, CBinaryData(all, 256, false));
+    EXPECT_EQ(CBinaryData::GetAsHexString(nullptr, 5), "");
 }
 
 TEST(HexConvert, ReturnsNewArrayAndLength) {
@@ -67,12 +57,7 @@ TEST(HexConvert, ReturnsNewArrayAndLength) {
     EXPECT_EQ(CBinaryData::ConvertToHexData("", &out), 0u);
     EXPECT_EQ(out, nullptr);
     EXPECT_EQ(CBinaryData::ConvertToHexData(nullptr, &out), 0u);
-
     ASSERT_EQ(CBinaryData::ConvertToHexData("00ff7A", &out), 3u);
     std::unique_ptr<unsigned char[]> owned(out);
-    EXPECT_EQ(out[0], 0x00);
-    EXPECT_EQ(out[1], 0xFF);
-    EXPECT_EQ(out[2], 0x7A);
-
-    EXPECT_EQ(CBinaryData::GetAsHexString(nullptr, 5), "");
+    EXPECT_EQ(std::string(reinterpret_cast<char*>(out), 3), std::string("\x00\xFF\x7A", 3));
 }

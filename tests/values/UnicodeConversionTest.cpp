@@ -11,6 +11,7 @@ using namespace KvXmlLib10;
 namespace {
 
 using Bytes = std::vector<unsigned char>;
+using Units = std::vector<unsigned short>;
 
 int Utf8To16(const Bytes& in, unsigned short* out, size_t room) {
     return ConvertUTF8toUTF16(in.data(), in.data() + in.size(), out, out ? out + room : nullptr);
@@ -22,67 +23,47 @@ int Utf8To32(const Bytes& in, unsigned int* out, size_t room) {
 
 }  // namespace
 
-TEST(UnicodeUtf8Decode, SurrogatePairForAstralCharacter) {
-    const Bytes grin = {0xF0, 0x9F, 0x98, 0x80};  // U+1F600
-    EXPECT_EQ(Utf8To16(grin, nullptr, 0), 2);
-    unsigned short utf16[2] = {0, 0};
-    EXPECT_EQ(Utf8To16(grin, utf16, 2), 2);
-    EXPECT_EQ(utf16[0], 0xD83D);
-    EXPECT_EQ(utf16[1], 0xDE00);
-    unsigned int utf32 = 0;
-    EXPECT_EQ(Utf8To32(grin, &utf32, 1), 1);
-    EXPECT_EQ(utf32, 0x1F600u);
-}
-
-TEST(UnicodeUtf8Decode, DecodesBoundaryCharacters) {
+TEST(UnicodeUtf8Decode, DecodesBoundaryCharactersAndBack) {
     const struct {
         Bytes utf8;
         unsigned int codePoint;
-        int utf16Units;
+        Units utf16;
     } cases[] = {
-        {{0x41}, 0x41, 1},
-        {{0x7F}, 0x7F, 1},
-        {{0xC2, 0x80}, 0x80, 1},
-        {{0xDF, 0xBF}, 0x7FF, 1},
-        {{0xE0, 0xA0, 0x80}, 0x800, 1},
-        {{0xED, 0x9F, 0xBF}, 0xD7FF, 1},
-        {{0xEE, 0x80, 0x80}, 0xE000, 1},
-        {{0xEF, 0xBF, 0xBF}, 0xFFFF, 1},
-        {{0xF0, 0x90, 0x80, 0x80}, 0x10000, 2},
-        {{0xF4, 0x8F, 0xBF, 0xBF}, 0x10FFFF, 2},
+        {{0x41}, 0x41, {0x41}},                    {{0x7F}, 0x7F, {0x7F}},
+        {{0xC2, 0x80}, 0x80, {0x80}},              {{0xDF, 0xBF}, 0x7FF, {0x7FF}},
+        {{0xE0, 0xA0, 0x80}, 0x800, {0x800}},      {{0xED, 0x9F, 0xBF}, 0xD7FF, {0xD7FF}},
+        {{0xEE, 0x80, 0x80}, 0xE000, {0xE000}},    {{0xEF, 0xBF, 0xBF}, 0xFFFF, {0xFFFF}},
+        {{0xF0, 0x90, 0x80, 0x80}, 0x10000, {0xD800, 0xDC00}},
+        {{0xF0, 0x9F, 0x98, 0x80}, 0x1F600, {0xD83D, 0xDE00}},
+        {{0xF4, 0x8F, 0xBF, 0xBF}, 0x10FFFF, {0xDBFF, 0xDFFF}},
     };
     for (const auto& c : cases) {
         unsigned int utf32 = 0;
         EXPECT_EQ(Utf8To32(c.utf8, &utf32, 1), 1);
         EXPECT_EQ(utf32, c.codePoint);
-        EXPECT_EQ(Utf8To16(c.utf8, nullptr, 0), c.utf16Units);
+        EXPECT_EQ(Utf8To16(c.utf8, nullptr, 0), static_cast<int>(c.utf16.size()));
+        unsigned short utf16[2] = {0, 0};
+        ASSERT_EQ(Utf8To16(c.utf8, utf16, 2), static_cast<int>(c.utf16.size()));
+        EXPECT_EQ(Units(utf16, utf16 + c.utf16.size()), c.utf16) << std::hex << c.codePoint;
         EXPECT_TRUE(IsLegalUTF8(c.utf8.data(), static_cast<int>(c.utf8.size())));
         // And back again, counting first.
         EXPECT_EQ(ConvertUTF32toUTF8(&utf32, &utf32 + 1, nullptr, nullptr), static_cast<int>(c.utf8.size()));
         unsigned char back[4];
         ASSERT_EQ(ConvertUTF32toUTF8(&utf32, &utf32 + 1, back, back + 4), static_cast<int>(c.utf8.size()));
         EXPECT_EQ(Bytes(back, back + c.utf8.size()), c.utf8);
+        ASSERT_EQ(ConvertUTF32toUTF16(&utf32, &utf32 + 1, utf16, utf16 + 2), static_cast<int>(c.utf16.size()));
+        EXPECT_EQ(Units(utf16, utf16 + c.utf16.size()), c.utf16);
     }
 }
 
 TEST(UnicodeUtf8Decode, RefusesIllFormedInput) {
     const Bytes bad[] = {
-        {0xC0, 0x80},              // overlong zero
-        {0xC1, 0xBF},              // overlong 2-byte lead
-        {0xE0, 0x80, 0x80},        // overlong 3-byte
-        {0xF0, 0x80, 0x80, 0x80},  // overlong 4-byte
-        {0xED, 0xA0, 0x80},        // surrogate U+D800
-        {0xED, 0xBF, 0xBF},        // surrogate U+DFFF
-        {0xF4, 0x90, 0x80, 0x80},  // U+110000
-        {0xF5, 0x80, 0x80, 0x80},  // lead above F4
-        {0xF8, 0x88, 0x80, 0x80, 0x80},
-        {0xFC, 0x84, 0x80, 0x80, 0x80, 0x80},
-        {0x80},                    // lone continuation
-        {0xFE},
-        {0xFF},
-        {0xC2, 0x41},              // missing continuation
-        {0xE2, 0x82},              // cut short at the end
-        {0x41, 0xF0, 0x9F, 0x98},  // cut short after good text
+        {0xC0, 0x80}, {0xC1, 0xBF}, {0xE0, 0x80, 0x80}, {0xF0, 0x80, 0x80, 0x80},  // overlong forms
+        {0xED, 0xA0, 0x80}, {0xED, 0xBF, 0xBF},                                     // surrogates
+        {0xF4, 0x90, 0x80, 0x80}, {0xF5, 0x80, 0x80, 0x80},                         // above U+10FFFF
+        {0xF8, 0x88, 0x80, 0x80, 0x80}, {0xFC, 0x84, 0x80, 0x80, 0x80, 0x80}, {0xFE}, {0xFF},
+        {0x80}, {0xC2, 0x41},                                                       // lone or missing continuation
+        {0xE2, 0x82}, {0x41, 0xF0, 0x9F, 0x98},                                     // cut short at the end
     };
     unsigned short utf16[8];
     unsigned int utf32[8];
@@ -102,31 +83,20 @@ TEST(UnicodeConvert, EmptySourceOrSmallTargetGivesZero) {
     EXPECT_EQ(ConvertUTF8toUTF16(nullptr, nullptr, utf16, utf16 + 4), 0);
     EXPECT_EQ(ConvertUTF8toUTF16(text, text + 3, utf16, utf16 + 2), 0);
     EXPECT_EQ(ConvertUTF8toUTF16(text, text + 3, utf16, utf16 + 3), 3);
-    // A pair needs both units.
-    EXPECT_EQ(Utf8To16({0xF0, 0x9F, 0x98, 0x80}, utf16, 1), 0);
+    EXPECT_EQ(Utf8To16({0xF0, 0x9F, 0x98, 0x80}, utf16, 1), 0);  // a pair needs both units
     unsigned char utf8[3];
     const unsigned int grin = 0x1F600;
     EXPECT_EQ(ConvertUTF32toUTF8(&grin, &grin + 1, utf8, utf8 + 3), 0);
 }
 
-TEST(UnicodeUtf32Source, RefusesSurrogatesAndOutOfRange) {
+TEST(UnicodeWideSources, RefuseSurrogatesOutOfRangeAndUnpairedUnits) {
     for (unsigned int bad : {0xD800u, 0xDBFFu, 0xDC00u, 0xDFFFu, 0x110000u, 0xFFFFFFFFu}) {
         const unsigned int text[] = {0x41, bad};
         EXPECT_EQ(ConvertUTF32toUTF8(text, text + 2, nullptr, nullptr), 0) << bad;
         EXPECT_EQ(ConvertUTF32toUTF16(text, text + 2, nullptr, nullptr), 0) << bad;
     }
-    const unsigned int ok[] = {0x41, 0x10FFFF};
-    unsigned short utf16[3];
-    ASSERT_EQ(ConvertUTF32toUTF16(ok, ok + 2, utf16, utf16 + 3), 3);
-    EXPECT_EQ(utf16[1], 0xDBFF);
-    EXPECT_EQ(utf16[2], 0xDFFF);
-}
-
-TEST(UnicodeUtf16Source, RefusesUnpairedSurrogates) {
-    const std::vector<unsigned short> bad[] = {
-        {0x41, 0xD83D}, {0xDE00}, {0xD83D, 0x41}, {0xDE00, 0xD83D}, {0xD83D, 0xD83D, 0xDE00},
-    };
-    for (const auto& units : bad) {
+    for (const Units& units : {Units{0x41, 0xD83D}, Units{0xDE00}, Units{0xD83D, 0x41}, Units{0xDE00, 0xD83D},
+                               Units{0xD83D, 0xD83D, 0xDE00}}) {
         EXPECT_EQ(ConvertUTF16toUTF8(units.data(), units.data() + units.size(), nullptr, nullptr), 0);
         EXPECT_EQ(ConvertUTF16toUTF32(units.data(), units.data() + units.size(), nullptr, nullptr), 0);
     }
@@ -136,8 +106,7 @@ TEST(UnicodeUtf16Source, RefusesUnpairedSurrogates) {
     EXPECT_EQ(Bytes(utf8, utf8 + 6), (Bytes{0xF0, 0x9F, 0x98, 0x80, 0xC3, 0xA9}));
     unsigned int utf32[2];
     ASSERT_EQ(ConvertUTF16toUTF32(pair, pair + 3, utf32, utf32 + 2), 2);
-    EXPECT_EQ(utf32[0], 0x1F600u);
-    EXPECT_EQ(utf32[1], 0xE9u);
+    EXPECT_EQ(std::vector<unsigned int>(utf32, utf32 + 2), (std::vector<unsigned int>{0x1F600, 0xE9}));
 }
 
 TEST(UnicodeLegality, ChecksOneSequenceOfTheGivenLength) {
@@ -152,7 +121,7 @@ TEST(UnicodeLegality, ChecksOneSequenceOfTheGivenLength) {
     EXPECT_FALSE(IsLegalUTF8Sequence(e_acute, e_acute));
 }
 
-TEST(UnicodeWide, ConvertsWideTextBothWays) {
+TEST(UnicodeWide, ConvertsWideTextToUtf8AndToUnalignedUtf16Bytes) {
     const wchar_t wide[] = L"a\u00E9\u20AC\U0001F600";
     const Bytes utf8 = {'a', 0xC3, 0xA9, 0xE2, 0x82, 0xAC, 0xF0, 0x9F, 0x98, 0x80};
     EXPECT_EQ(UnicodeToUTF8(wide, 4, nullptr, 0), 10);
@@ -160,41 +129,32 @@ TEST(UnicodeWide, ConvertsWideTextBothWays) {
     ASSERT_EQ(UnicodeToUTF8(wide, 4, out, 10), 10);
     EXPECT_EQ(Bytes(out, out + 10), utf8);
     EXPECT_EQ(UnicodeToUTF8(wide, 4, out, 9), 0);
-
     wchar_t back[4];
     EXPECT_EQ(UTF8ToUnicode(utf8.data(), 10, nullptr, 0), 4);
     ASSERT_EQ(UTF8ToUnicode(utf8.data(), 10, back, 4), 4);
     EXPECT_EQ(std::wstring(back, 4), std::wstring(wide, 4));
-
     const wchar_t negative[] = {L'a', static_cast<wchar_t>(-1)};
     EXPECT_EQ(UnicodeToUTF8(negative, 2, nullptr, 0), 0);
-}
 
-TEST(UnicodeWide, Utf16SideIsBytesInMachineOrder) {
-    const wchar_t wide[] = L"a\U0001F600";
-    EXPECT_EQ(UnicodeToUTF16(wide, 2, nullptr, 0), 6);
-    // Offset by one byte: the byte side need not be aligned.
+    // The UTF-16 side is bytes in machine order, here one byte off alignment.
+    const wchar_t pair[] = L"a\U0001F600";
     unsigned char buffer[8];
     unsigned char* bytes = buffer + 1;
-    ASSERT_EQ(UnicodeToUTF16(wide, 2, bytes, 7), 6);
-    EXPECT_EQ(UnicodeToUTF16(wide, 2, bytes, 5), 0);
+    EXPECT_EQ(UnicodeToUTF16(pair, 2, nullptr, 0), 6);
+    ASSERT_EQ(UnicodeToUTF16(pair, 2, bytes, 7), 6);
+    EXPECT_EQ(UnicodeToUTF16(pair, 2, bytes, 5), 0);
     unsigned short units[3];
     std::memcpy(units, bytes, 6);
-    EXPECT_EQ(units[0], 0x61);
-    EXPECT_EQ(units[1], 0xD83D);
-    EXPECT_EQ(units[2], 0xDE00);
-
-    wchar_t back[2];
+    EXPECT_EQ(Units(units, units + 3), (Units{0x61, 0xD83D, 0xDE00}));
     ASSERT_EQ(UTF16ToUnicode(bytes, 6, back, 2), 2);
-    EXPECT_EQ(std::wstring(back, 2), std::wstring(wide, 2));
+    EXPECT_EQ(std::wstring(back, 2), std::wstring(pair, 2));
     EXPECT_EQ(UTF16ToUnicode(bytes, 5, nullptr, 0), 0);
     EXPECT_EQ(UTF16ToUnicode(bytes, 4, nullptr, 0), 0);  // ends inside the pair
 }
 
 TEST(UnicodeAsciiCheck, FindsAnyNonAsciiCharacter) {
-    const unsigned char abc[] = "abc";
+    EXPECT_FALSE(DoesUTF8StrContainAnyCharsLargerThanOneByte(reinterpret_cast<const unsigned char*>("abc"), 3));
     const unsigned char accent[] = "a\xC3\xA9";
-    EXPECT_FALSE(DoesUTF8StrContainAnyCharsLargerThanOneByte(abc, 3));
     EXPECT_TRUE(DoesUTF8StrContainAnyCharsLargerThanOneByte(accent, 3));
     EXPECT_FALSE(DoesUTF8StrContainAnyCharsLargerThanOneByte(accent, 1));
     for (size_t at = 0; at < 40; ++at) {
@@ -204,7 +164,6 @@ TEST(UnicodeAsciiCheck, FindsAnyNonAsciiCharacter) {
         EXPECT_TRUE(DoesUTF8StrContainAnyCharsLargerThanOneByte(p, 40)) << at;
         EXPECT_FALSE(DoesUTF8StrContainAnyCharsLargerThanOneByte(p, static_cast<uint32_t>(at))) << at;
     }
-
     EXPECT_FALSE(DoesUnicodeStrContainAnyUTF8CharsLargerThanOneByte(L"abc", 3));
     EXPECT_TRUE(DoesUnicodeStrContainAnyUTF8CharsLargerThanOneByte(L"ab\u00E9", 3));
     EXPECT_TRUE(DoesUnicodeStrContainAnyUTF8CharsLargerThanOneByte(L"\u0080bc", 3));
