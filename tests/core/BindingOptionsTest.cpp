@@ -17,19 +17,22 @@ using namespace KvXmlLib10;
 
 namespace {
 
-std::string ValidChildren() { return "<title>t</title><status>open</status>"; }
+constexpr const char* kValid = "<title>t</title><status>open</status>";
 
-CXmlSerializationContext IgnoringUnknownElements() {
-    CXmlSerializationContext context;
-    context.SetIgnoreUnknownElements(true);
-    return context;
+// A ticket with only its required members set.
+CTicket SmallTicket(uint32_t id) {
+    CTicket ticket;
+    ticket.SetId(id);
+    ticket.SetTitle("t");
+    ticket.SetStatus(TicketStatus::Open);
+    return ticket;
 }
 
 TEST(BindingOptions, IgnoreUnknownElementsSkipsForeignChildren) {
-    const CXmlSerializationContext context = IgnoringUnknownElements();
+    CXmlSerializationContext context;
+    context.SetIgnoreUnknownElements(true);
     const char* const children[] = {
-        "<x/><title>t</title><status>open</status><note>n</note>",
-        "<title>t</title><x/><status>open</status><note>n</note><z/>",
+        "<x/><title>t</title><y/><status>open</status><note>n</note><z/>",
         "<title>t</title><status>open</status><note>n</note><title>again</title>",
         "<title>t</title><status xmlns='urn:other'>closed</status><status>open</status><note>n</note>",
     };
@@ -39,16 +42,14 @@ TEST(BindingOptions, IgnoreUnknownElementsSkipsForeignChildren) {
         EXPECT_EQ(ticket.GetTitle(), "t") << body;
         EXPECT_EQ(ticket.GetStatus(), TicketStatus::Open) << body;
         EXPECT_EQ(ticket.GetNote(), "n") << body;
-        EXPECT_FALSE(ticket.IsSeveritySet()) << body;
     }
     // Skipping never invents a missing mandatory member.
     CTicket ticket;
     EXPECT_KV_CHAIN(ticket.FromXml(TicketDocument(" id='1'", "<title>t</title><x/>").c_str(), context),
                     CKvValidationException,
                     "Failed to process the element [Ticket]\nFailed to find a required element [status]");
-    // After a skipped leftover, reading resumes at the last member that
-    // consumed something; when that member is mandatory it searches for a
-    // second occurrence of its own element and fails at the end.
+    // After a skipped leftover, reading resumes at the last member that consumed
+    // something; a mandatory one then searches for a second occurrence and fails.
     EXPECT_KV_CHAIN(
         ticket.FromXml(TicketDocument(" id='1'", "<title>t</title><status>open</status><y/><note>n</note>").c_str(),
                        context),
@@ -58,8 +59,8 @@ TEST(BindingOptions, IgnoreUnknownElementsSkipsForeignChildren) {
     shape.FromXml("<Shape><triangle/><square>2</square><circle>1</circle></Shape>", context);
     EXPECT_EQ(shape.GetChoice(), CShape::Choice::Square);
 
-    // An all group skips leftovers after its members, but stops at the
-    // first element in between that no member takes.
+    // An all group skips leftovers after its members, but stops at the first
+    // element in between that no member takes.
     CSettings settings;
     settings.FromXml(
         "<Settings xmlns='urn:kvxml:test:settings'><host>h</host><port>1</port><mode>active</mode><x/></Settings>",
@@ -77,13 +78,10 @@ TEST(BindingOptions, IgnoreUnknownAttributesDropsThem) {
     CXmlSerializationContext context;
     context.SetIgnoreUnknownAttributes(true);
     CTicket ticket;
-    ticket.FromXml(TicketDocument(" color='red' id='2' o:x='1' xmlns:o='urn:other'", ValidChildren()).c_str(), context);
+    ticket.FromXml(TicketDocument(" color='red' id='2' o:x='1' xmlns:o='urn:other'", kValid).c_str(), context);
     EXPECT_EQ(ticket.GetId(), 2u);
-    CMeasurement measurement;
-    measurement.FromXml("<Measurement xmlns='urn:kvxml:test:measure' unit='g' colour='grey'>3</Measurement>", context);
-    EXPECT_EQ(measurement.GetUnit(), MeasurementUnit::G);
     // Still required: an ignored attribute does not stand in for a missing one.
-    EXPECT_KV_CHAIN(ticket.FromXml(TicketDocument(" color='red'", ValidChildren()).c_str(), context),
+    EXPECT_KV_CHAIN(ticket.FromXml(TicketDocument(" color='red'", kValid).c_str(), context),
                     CKvValidationException,
                     "Failed to process the element [Ticket]\nFailed to find the required Attribute [id]");
 }
@@ -105,11 +103,6 @@ TEST(BindingOptions, IgnoreMissingMandatoryElementsInSequencesOnly) {
     EXPECT_KV_CHAIN(settings.FromXml("<Settings xmlns='urn:kvxml:test:settings'><port>1</port></Settings>", context),
                     CKvValidationException,
                     "Failed to process the element [Settings]\nFailed to find the mandatory element [host]");
-    // The two tolerances exclude each other.
-    EXPECT_KV_THROW(context.SetIgnoreUnknownElements(true), CKvInvalidStateException,
-                    "The parser can only ignore additional elements, or ignore the fact that some required ones are "
-                    "missing, you can not ignore both\nSet IgnoreMissingMandatoryElements to false before setting "
-                    "IgnoreUnknownElements to true");
 }
 
 TEST(BindingOptions, IgnoreNamespacesMatchesByLocalName) {
@@ -122,56 +115,24 @@ TEST(BindingOptions, IgnoreNamespacesMatchesByLocalName) {
     ticket.FromXml(foreign, context);
     EXPECT_EQ(ticket.GetStatus(), TicketStatus::Closed);
     EXPECT_EQ(ticket.GetLevel(), TicketPriority::Low);  // enumeration attributes honour the option
-
-    // Primitive attributes always compare their namespace.
-    EXPECT_KV_CHAIN(
-        ticket.FromXml(
-            "<Ticket xmlns:o='urn:elsewhere' id='4' o:tag='t'><title>t</title><status>open</status></Ticket>", context),
-        CKvValidationException, "Failed to process the element [Ticket]\nUnexpected Attribute [tag] found.");
     EXPECT_KV_CHAIN(ticket.FromXml(foreign), CKvValidationException,
                     "Failed to process the element [Ticket]\nUnexpected Attribute [level] found.");
-
-    CXmlSerializationContext noNamespaces;
-    noNamespaces.SetSchemaType(SchemaType_NoNamespaces);
-    CSettings settings;
-    settings.FromXml("<Settings><host>h</host><port>1</port><mode>passive</mode></Settings>", noNamespaces);
-    EXPECT_EQ(settings.GetHost(), "h");
 }
 
 TEST(BindingOptions, NoOptionalAttributeDefaultOutputComparesText) {
     CXmlSerializationContext context;
     context.SetNoOptionalAttributeDefaultOutput(true);
-    CTicket ticket;
-    ticket.SetId(5);
-    ticket.SetTitle("t");
-    ticket.SetStatus(TicketStatus::Open);
+    CTicket ticket = SmallTicket(5);
     // ratio holds 1.0, which prints as "1", not as its default text "1.0".
     EXPECT_EQ(Compact(ticket, context),
               "<AA:Ticket xmlns:AA=\"urn:kvxml:test:ticket\" id=\"5\" ratio=\"1\"><AA:title>t</AA:title>"
               "<AA:status>open</AA:status></AA:Ticket>");
-    ticket.SetPriority(TicketPriority::High);
-    ticket.SetRetries(0);
-    ticket.ClearRatio();
-    ticket.SetLang("");
-    EXPECT_EQ(Compact(ticket, context),
-              "<AA:Ticket xmlns:AA=\"urn:kvxml:test:ticket\" id=\"5\" priority=\"high\" retries=\"0\" lang=\"\">"
-              "<AA:title>t</AA:title><AA:status>open</AA:status></AA:Ticket>");
-    // Off (the default), defaults are written like any other value.
-    EXPECT_NE(Compact(ticket).find("priority=\"high\" retries=\"0\" lang=\"\""), std::string::npos);
-
-    CSettings settings;
-    settings.SetHost("h");
-    settings.SetPort(1);
-    settings.SetMode(SettingsMode::Active);
-    EXPECT_EQ(Compact(settings, context).substr(0, 58), "<AA:Settings xmlns:AA=\"urn:kvxml:test:settings\"><AA:host>h");
 }
 
 TEST(BindingOptions, WriteTypeAttributeUnderAnotherElementName) {
     CMeasurement weight;
     weight.SetValue(CDecimal("70"));
     weight.SetUnit(MeasurementUnit::Kg);
-    EXPECT_EQ(Compact(weight),
-              "<AA:Measurement xmlns:AA=\"urn:kvxml:test:measure\" unit=\"kg\" precision=\"2\">70</AA:Measurement>");
     weight.SetElementName("Weight");
     EXPECT_EQ(Compact(weight),
               "<AA:Weight xmlns:AA=\"urn:kvxml:test:measure\" xmlns:AB=\"http://www.w3.org/2001/XMLSchema-instance\" "
@@ -200,22 +161,16 @@ TEST(BindingOptions, AliasesAndProcessingInstructionsOnTheRoot) {
     context.GetNamespaceAliases().Add("e", "urn:kvxml:test:ext");
     context.GetProcessingInstructions().push_back("<?xml-stylesheet href=\"ticket.xsl\"?>");
     context.GetProcessingInstructions().push_back("<?app go?>");
-    CTicket ticket;
-    FillTicket(ticket);
+    CTicket ticket = SmallTicket(42);
+    ticket.SetSeverityNil();
+    ticket.SetTag("x");
     const std::string text = ticket.ToXml(true, true, EOL_LF, context);
-    EXPECT_EQ(
-        text,
-        "<?xml version=\"1.0\"?>\n"
-        "<?xml-stylesheet href=\"ticket.xsl\"?>\n\n"
-        "<?app go?>\n\n"
-        "<t:Ticket xmlns:e=\"urn:kvxml:test:ext\" xmlns:t=\"urn:kvxml:test:ticket\" id=\"42\" priority=\"normal\" "
-        "retries=\"3\" ratio=\"1\" lang=\"en\" e:tag=\"x\" e:level=\"high\">\n"
-        "\t<t:title>Printer &lt;on fire&gt; &amp; \"smoking\"</t:title>\n"
-        "\t<t:status>pending</t:status>\n"
-        "\t<t:severity xmlns:AA=\"http://www.w3.org/2001/XMLSchema-instance\" AA:nil=\"true\"/>\n"
-        "\t<t:note>call Bob</t:note>\n"
-        "\t<t:due>2024-06-01</t:due>\n"
-        "</t:Ticket>\n");
+    EXPECT_EQ(text,
+              "<?xml version=\"1.0\"?>\n<?xml-stylesheet href=\"ticket.xsl\"?>\n\n<?app go?>\n\n"
+              "<t:Ticket xmlns:e=\"urn:kvxml:test:ext\" xmlns:t=\"urn:kvxml:test:ticket\" id=\"42\" "
+              "priority=\"normal\" retries=\"3\" ratio=\"1\" lang=\"en\" e:tag=\"x\">\n"
+              "\t<t:title>t</t:title>\n\t<t:status>open</t:status>\n"
+              "\t<t:severity xmlns:AA=\"http://www.w3.org/2001/XMLSchema-instance\" AA:nil=\"true\"/>\n</t:Ticket>\n");
     CTicket copy;
     copy.FromXml(text.c_str());
     EXPECT_EQ(Compact(copy), Compact(ticket));
@@ -228,10 +183,7 @@ TEST(BindingOptions, AliasesAndProcessingInstructionsOnTheRoot) {
 TEST(BindingOptions, DefaultNamespaceLeavesElementsUnprefixed) {
     CXmlSerializationContext context;
     context.SetDefaultNamespaceURI("urn:kvxml:test:ticket");
-    CTicket ticket;
-    ticket.SetId(6);
-    ticket.SetTitle("t");
-    ticket.SetStatus(TicketStatus::Open);
+    CTicket ticket = SmallTicket(6);
     ticket.SetTag("x");
     const std::string text = Compact(ticket, context);
     EXPECT_EQ(

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <string>
 #include <typeinfo>
 
@@ -91,6 +90,13 @@ constexpr const char* kAllTypesChildren =
     "<AA:boolean>true</AA:boolean><AA:decimal>12345678901234567890.125</AA:decimal>"
     "<AA:integer>-123456789012345678901234567890</AA:integer>";
 
+/// The FillAllTypes document to read: the children in the default namespace.
+inline std::string AllTypesDocument() {
+    std::string doc = std::string("<AllTypes xmlns='urn:kvxml:test:types'>") + kAllTypesChildren + "</AllTypes>";
+    for (size_t at = doc.find("AA:"); at != std::string::npos; at = doc.find("AA:", at)) doc.erase(at, 3);
+    return doc;
+}
+
 /// A ticket with every element and the two foreign-namespace attributes set.
 inline void FillTicket(kvbind::CTicket& ticket) {
     ticket.SetId(42);
@@ -103,29 +109,10 @@ inline void FillTicket(kvbind::CTicket& ticket) {
     ticket.SetLevel(kvbind::TicketPriority::High);
 }
 
-/// A small valid ticket document in the default namespace, with room for
-/// extra attributes and an extra element (before title, between status and
-/// the end, and so on) spliced in by the tests.
+/// A ticket document in the default namespace with the given attributes and children.
 inline std::string TicketDocument(const std::string& attributes, const std::string& children) {
     return "<Ticket xmlns='urn:kvxml:test:ticket' xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance'" + attributes +
            ">" + children + "</Ticket>";
 }
-
-/// Switches LC_ALL for the lifetime of the guard (the library keeps text in
-/// the local code page); restores the previous locale.
-class LocaleGuard {
-public:
-    explicit LocaleGuard(const char* name) : m_previous(std::setlocale(LC_ALL, nullptr)) {
-        m_active = std::setlocale(LC_ALL, name) != nullptr;
-    }
-    ~LocaleGuard() { std::setlocale(LC_ALL, m_previous.c_str()); }
-    LocaleGuard(const LocaleGuard&) = delete;
-    LocaleGuard& operator=(const LocaleGuard&) = delete;
-    bool Active() const { return m_active; }
-
-private:
-    std::string m_previous;
-    bool m_active = false;
-};
 
 }  // namespace kvbindtest

@@ -1,8 +1,7 @@
-// Tests for the object base: reference counts, setter checks, choice
-// bookkeeping and the writing entry points.
+// Tests for the object base: reference counts, setter checks, choice bookkeeping and the reading and writing entry
+// points.
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
@@ -12,8 +11,9 @@
 
 #include "kvxml/core/SmartPtr.h"
 #include "kvxml/core/XmlObjectBase.h"
-#include "kvxml/output/KvZip.h"
+#include "kvxml/dom/XmlDocument.h"
 #include "kvxml/output/Encoder.h"
+#include "kvxml/output/KvZip.h"
 #include "kvxml/output/XmlWriter.h"
 #include "support/KvTestSupport.h"
 
@@ -21,60 +21,52 @@ using namespace KvXmlLib10;
 
 namespace {
 
-// A bindable object that writes <note xmlns="urn:notes" lang="..">text</note>
-// itself, the way generated code drives the writer.
+// A bindable object that writes <note xmlns="urn:notes" lang="en"><body>text</body></note>
+// itself and reads the body back, the way generated code drives the writer
+// and checks the element it is given.
 class Note : public CXmlObjectBase {
 public:
-    explicit Note(std::string text = "hello", int* deletions = nullptr)
-        : m_text(std::move(text)), m_deletions(deletions) {
+    explicit Note(std::string body = "hello", int* deletions = nullptr)
+        : text(std::move(body)), m_deletions(deletions) {
         SetElementName("note");
     }
     ~Note() override {
         if (m_deletions) ++*m_deletions;
     }
-    CXmlObjectBase* GetBase() override { return this; }
+    CXmlObjectBase* GetBase() override { return standsFor ? standsFor : this; }
     std::string GetTargetNamespace() const override { return "urn:notes"; }
     std::string GetNamespace() const override { return "urn:notes"; }
 
+    std::string text;
+    CXmlObjectBase* standsFor = nullptr;  // as a wrapper does
     bool failInside = false;
+    int reads = 0;
 
 protected:
-    void ToXml_Int(CXmlWriter* writer, bool isRoot, const char* targetNamespace,
-                   const CXmlSerializationContext& context, bool) const override {
+    void ToXml_Int(CXmlWriter* writer, bool isRoot, const char* targetNamespace, const CXmlSerializationContext&,
+                   bool) const override {
         if (isRoot) writer->SetDefaultNamespace(targetNamespace);
         writer->WriteStartElement(GetElementName(), targetNamespace);
         writer->WriteAttributeString("lang", "", "en", KvXmlLib10::string);
         writer->WriteStartElement("body", targetNamespace);
-        writer->WriteString(m_text, KvXmlLib10::string);
+        writer->WriteString(text, KvXmlLib10::string);
         if (failInside) throw CKvValidationException("cannot write body");
         writer->WriteEndElement();
         writer->WriteEndElement();
     }
-    CXmlElement* FromXml_Int(CXmlElement*, CXmlElement* firstChild, const CXmlSerializationContext&,
+    CXmlElement* FromXml_Int(CXmlElement* element, CXmlElement* child, const CXmlSerializationContext& context,
                              bool) override {
-        return firstChild;
+        ++reads;
+        if (!DoesElementNameMatch(context, element, "note", "urn:notes"))
+            throw CKvValidationException("Expected element [note]");
+        if (!child || !DoesElementNameMatch(context, child, "body", "urn:notes"))
+            throw CKvValidationException("Expected element [body]");
+        text = child->GetText();
+        return child->GetNextSiblingElement();
     }
 
 private:
-    std::string m_text;
     int* m_deletions;
-};
-
-class Wrapper : public CXmlObjectBase {
-public:
-    explicit Wrapper(CXmlObjectBase* inner) : m_inner(inner) {}
-    CXmlObjectBase* GetBase() override { return m_inner; }
-    std::string GetTargetNamespace() const override { return ""; }
-    std::string GetNamespace() const override { return ""; }
-
-protected:
-    void ToXml_Int(CXmlWriter*, bool, const char*, const CXmlSerializationContext&, bool) const override {}
-    CXmlElement* FromXml_Int(CXmlElement*, CXmlElement* c, const CXmlSerializationContext&, bool) override {
-        return c;
-    }
-
-private:
-    CXmlObjectBase* m_inner;
 };
 
 std::string ReadFile(const std::string& path) {
@@ -82,10 +74,7 @@ std::string ReadFile(const std::string& path) {
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
-bool FileExists(const std::string& path) {
-    std::ifstream in(path);
-    return in.good();
-}
+bool FileExists(const std::string& path) { return std::ifstream(path).good(); }
 
 std::string TempPath(const char* name) { return testing::TempDir() + "kvxml_objectbase_" + name; }
 
@@ -102,12 +91,19 @@ TEST(XmlObjectBaseRefCount, StartsAtZeroAndDeletesItselfOnLastRelease) {
     EXPECT_EQ(deletions, 0);
     EXPECT_EQ(note->Release(), 0);
     EXPECT_EQ(deletions, 1);
+
+    // A copy starts unreferenced, with its own name.
+    Note original;
+    original.AddRef();
+    Note copy(original);
+    EXPECT_EQ(copy.AddRef(), 1);
+    copy.SetElementName("other");
+    EXPECT_EQ(original.GetElementName(), "note");
 }
 
 TEST(XmlObjectBaseRefCount, ConcurrentAddRefReleaseDeletesExactlyOnce) {
-    std::atomic<int> deletions{0};
-    int plainDeletions = 0;
-    Note* note = new Note("x", &plainDeletions);
+    int deletions = 0;
+    Note* note = new Note("x", &deletions);
     note->AddRef();  // the test's own reference
     std::vector<std::thread> threads;
     for (int t = 0; t < 4; ++t) {
@@ -119,22 +115,9 @@ TEST(XmlObjectBaseRefCount, ConcurrentAddRefReleaseDeletesExactlyOnce) {
         });
     }
     for (auto& thread : threads) thread.join();
-    EXPECT_EQ(plainDeletions, 0);
+    EXPECT_EQ(deletions, 0);
     EXPECT_EQ(note->Release(), 0);
-    EXPECT_EQ(plainDeletions, 1);
-    (void)deletions;
-}
-
-TEST(XmlObjectBaseRefCount, CopiesStartUnreferencedWithTheSameName) {
-    Note original;
-    original.AddRef();
-    Note copy(original);
-    EXPECT_EQ(copy.GetElementName(), "note");
-    EXPECT_EQ(copy.AddRef(), 1);
-    copy.SetElementName("other");
-    EXPECT_EQ(original.GetElementName(), "note");
-    // Objects on the stack are never released to zero here.
-    EXPECT_EQ(original.AddRef(), 2);
+    EXPECT_EQ(deletions, 1);
 }
 
 TEST(SmartPtr, HoldsOneReferenceForItsLifetime) {
@@ -142,19 +125,13 @@ TEST(SmartPtr, HoldsOneReferenceForItsLifetime) {
     Note* raw = new Note("x", &deletions);
     {
         CSmartPtr<Note> first(raw);
-        EXPECT_TRUE(first);
-        EXPECT_EQ(first.get(), raw);
-        EXPECT_EQ(first->GetElementName(), "note");
-        EXPECT_EQ(&*first, raw);
         CSmartPtr<Note> second = first;
         EXPECT_TRUE(first == second);
         CSmartPtr<Note> moved(std::move(second));
-        EXPECT_FALSE(second);
         EXPECT_TRUE(second == nullptr);
         CSmartPtr<CXmlObjectBase> base(moved);
         EXPECT_EQ(base.get(), static_cast<CXmlObjectBase*>(raw));
         moved = nullptr;
-        EXPECT_EQ(deletions, 0);
         first.reset();
         EXPECT_EQ(deletions, 0);
     }
@@ -180,37 +157,33 @@ TEST(XmlObjectBaseChecks, PropertyAndElementNameChecks) {
                     "This property requrires an element with the name Note the element being set has the "
                     "element name note");
     // The name is taken from the object the value stands for.
-    Wrapper wrapper(&note);
+    Note wrapper;
+    wrapper.standsFor = &note;
     wrapper.SetElementName("wrapper");
     CXmlObjectBase::Throw_IfElementNameDiffers(&wrapper, "note");
 }
 
-TEST(XmlObjectBaseChoice, SelectElementTracksSingleValuedMembers) {
+TEST(XmlObjectBaseChoice, SelectElementAndCollectionChangedTrackTheSelectedMember) {
+    const char* busy = "The Property [a] is already set. Only one element within this class bay be set at a time";
     Note value;
     std::string selected;
     CXmlObjectBase::Choice_SelectElement("a", nullptr, selected);
     EXPECT_EQ(selected, "a");  // even a null value selects an empty choice
     CXmlObjectBase::Choice_SelectElement("a", &value, selected);
-    EXPECT_EQ(selected, "a");
     CXmlObjectBase::Choice_SelectElement("b", nullptr, selected);
     EXPECT_EQ(selected, "a");
-    EXPECT_KV_THROW(CXmlObjectBase::Choice_SelectElement("b", &value, selected), CKvInvalidStateException,
-                    "The Property [a] is already set. Only one element within this class bay be set at a time");
+    EXPECT_KV_THROW(CXmlObjectBase::Choice_SelectElement("b", &value, selected), CKvInvalidStateException, busy);
     EXPECT_EQ(selected, "a");
     CXmlObjectBase::Choice_SelectElement("a", nullptr, selected);
     EXPECT_EQ(selected, "");
-}
 
-TEST(XmlObjectBaseChoice, CollectionChangedFollowsTheItemCount) {
-    std::string selected;
     CXmlObjectBase::Choice_CollectionChanged("a", 0, selected);
     EXPECT_EQ(selected, "");
     CXmlObjectBase::Choice_CollectionChanged("a", 2, selected);
     EXPECT_EQ(selected, "a");
     CXmlObjectBase::Choice_CollectionChanged("b", 0, selected);
     EXPECT_EQ(selected, "a");
-    EXPECT_KV_THROW(CXmlObjectBase::Choice_CollectionChanged("b", 1, selected), CKvInvalidStateException,
-                    "The Property [a] is already set. Only one element within this class bay be set at a time");
+    EXPECT_KV_THROW(CXmlObjectBase::Choice_CollectionChanged("b", 1, selected), CKvInvalidStateException, busy);
     CXmlObjectBase::Choice_CollectionChanged("a", 1, selected);
     EXPECT_EQ(selected, "a");
     CXmlObjectBase::Choice_CollectionChanged("a", 0, selected);
@@ -237,79 +210,47 @@ TEST(XmlObjectBaseToXml, WritesTheRootWithOrWithoutDeclaration) {
     EXPECT_EQ(note.ToXml(false, false, EOL_LF), "<note xmlns=\"urn:notes\" lang=\"en\"><body>hello</body></note>");
     EXPECT_EQ(note.ToXml(false, true, EOL_CRLF),
               "<note xmlns=\"urn:notes\" lang=\"en\">\r\n\t<body>hello</body>\r\n</note>\r\n");
-    EXPECT_KV_THROW(note.ToXml(false, true, static_cast<EOLType>(2)), CKvException, "Invalid EOL type.");
-}
 
-TEST(XmlObjectBaseToXml, FailuresPassThroughUnchanged) {
-    Note note;
-    note.failInside = true;
+    note.failInside = true;  // failures pass through unchanged
     EXPECT_KV_THROW(note.ToXml(), CKvValidationException, "cannot write body");
     EXPECT_KV_THROW(note.ToXmlStream(), CKvValidationException, "cannot write body");
 }
 
-TEST(XmlObjectBaseToXmlStream, EncodesInTheRequestedEncoding) {
-    Note note("h\xC3\xA9");  // "hé" in UTF-8: run under a UTF-8 locale below
-    std::string expectedUtf8 = std::string("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n") +
-                               "<note xmlns=\"urn:notes\" lang=\"en\">\n\t<body>h\xC3\xA9</body>\n</note>\n";
+TEST(XmlObjectBaseToXmlStream, EncodesInTheRequestedEncodingWithItsDeclaration) {
+    Note note("h\xC3\xA9");  // "hé" as UTF-8 bytes, passed through unchanged under ASCIIOnly
     ASCIIOnly(true);
     CBinaryData utf8 = note.ToXmlStream(true, true, Encoding_UTF8, EOL_LF);
     ASCIIOnly(false);
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(utf8.GetData()), utf8.GetLength()), expectedUtf8);
-
-    Note plain("x");
-    CBinaryData wide = plain.ToXmlStream(true, false, Encoding_UTF16, EOL_LF);
-    std::string declared = "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n";
-    ASSERT_GE(wide.GetLength(), declared.size() * 4);
-    EXPECT_EQ(wide.GetLength() % 4, 0u);
-    const wchar_t* units = reinterpret_cast<const wchar_t*>(wide.GetData());
-    EXPECT_EQ(units[0], L'<');
-    EXPECT_EQ(units[1], L'?');
-    EXPECT_EQ(std::wstring(units, declared.size()),
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(utf8.GetData()), utf8.GetLength()),
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+              "<note xmlns=\"urn:notes\" lang=\"en\">\n\t<body>h\xC3\xA9</body>\n</note>\n");
+    const CBinaryData wide = Note("x").ToXmlStream(true, false, Encoding_UTF16, EOL_LF);
+    const std::string declared = "<?xml version=\"1.0\" encoding=\"UTF-16\"?>";
+    ASSERT_GE(wide.GetLength(), declared.size() * sizeof(wchar_t));
+    EXPECT_EQ(std::wstring(reinterpret_cast<const wchar_t*>(wide.GetData()), declared.size()),
               std::wstring(declared.begin(), declared.end()));
-
-    EXPECT_THROW(plain.ToXmlStream(true, false, Encoding_None, EOL_LF), CKvException);
 }
 
 TEST(XmlObjectBaseToXmlStream, CompressesWithGzipOrZlib) {
-    std::string longText(20000, 'x');
-    Note note(longText);
+    Note note(std::string(20000, 'x'));
     CBinaryData plain = note.ToXmlStream(true, true, Encoding_UTF8, EOL_LF);
-
     for (CompressionType type : {Compression_GZip, Compression_Zlib}) {
         CBinaryData packed = note.ToXmlStream(true, true, Encoding_UTF8, EOL_LF,
                                               CXmlSerializationContext::m_defaultContext, type);
         ASSERT_GT(packed.GetLength(), 2u);
         EXPECT_LT(packed.GetLength(), plain.GetLength());
-        if (type == Compression_GZip) {
-            EXPECT_EQ(packed[0], 0x1F);
-            EXPECT_EQ(packed[1], 0x8B);
-        } else {
-            EXPECT_EQ(packed[0], 0x78);
-        }
+        EXPECT_EQ(packed[0], type == Compression_GZip ? 0x1F : 0x78);
+        EXPECT_EQ(packed[1], type == Compression_GZip ? 0x8B : 0x01);  // zlib header of the fastest level
         uint32_t length = packed.GetLength();
         unsigned char* bytes = new unsigned char[length];
         std::copy(packed.GetData(), packed.GetData() + length, bytes);
         CKvZip::Decompress(&bytes, &length);
-        CBinaryData inflated(bytes, length, true);
-        EXPECT_EQ(inflated, plain);
+        EXPECT_EQ(CBinaryData(bytes, length, true), plain);
     }
     // Unknown compression values leave the bytes as they are.
-    CBinaryData same = note.ToXmlStream(true, true, Encoding_UTF8, EOL_LF, CXmlSerializationContext::m_defaultContext,
-                                        static_cast<CompressionType>(7));
-    EXPECT_EQ(same, plain);
-}
-
-TEST(XmlObjectBaseToXmlStream, TooSmallToCompressIsAnError) {
-    Note note("x");
-    bool thrown = false;
-    try {
-        note.ToXmlStream(false, false, Encoding_UTF8, EOL_LF, CXmlSerializationContext::m_defaultContext,
-                         Compression_GZip);
-    } catch (const CKvException& e) {
-        thrown = true;
-        EXPECT_EQ(e.GetMessage().rfind("Failed to compress data. [Error Code: ", 0), 0u) << e.GetMessage();
-    }
-    EXPECT_TRUE(thrown);
+    EXPECT_EQ(note.ToXmlStream(true, true, Encoding_UTF8, EOL_LF, CXmlSerializationContext::m_defaultContext,
+                               static_cast<CompressionType>(7)),
+              plain);
 }
 
 TEST(XmlObjectBaseToXmlFile, RefusesZlibBeforeTouchingTheFile) {
@@ -327,8 +268,8 @@ TEST(XmlObjectBaseToXmlFile, BothPathsWriteTheStreamBytes) {
     for (XmlEncoding encoding : {Encoding_UTF8, Encoding_UTF16, Encoding_Wide}) {
         CBinaryData expected = note.ToXmlStream(true, true, encoding, EOL_CRLF);
         std::string bom = encoding == Encoding_UTF8 ? "" : "\xFF\xFE";
-        std::string expectedFile = bom + std::string(reinterpret_cast<const char*>(expected.GetData()),
-                                                     expected.GetLength());
+        std::string expectedFile =
+            bom + std::string(reinterpret_cast<const char*>(expected.GetData()), expected.GetLength());
         std::string inMemory = TempPath("memory.xml");
         std::string direct = TempPath("direct.xml");
         note.ToXmlFile(inMemory.c_str(), true, true, encoding, EOL_CRLF);
@@ -342,46 +283,79 @@ TEST(XmlObjectBaseToXmlFile, BothPathsWriteTheStreamBytes) {
     }
 }
 
-TEST(XmlObjectBaseToXmlFile, GzipFileInflatesToTheDocument) {
-    Note note(std::string(5000, 'z'));
-    std::string path = TempPath("gzip.xml.gz");
-    note.ToXmlFile(path.c_str(), true, true, Encoding_UTF8, EOL_LF, CXmlSerializationContext::m_defaultContext,
-                   Compression_GZip);
-    std::string packed = ReadFile(path);
-    ASSERT_GT(packed.size(), 2u);
-    EXPECT_EQ(static_cast<unsigned char>(packed[0]), 0x1F);
-    uint32_t length = static_cast<uint32_t>(packed.size());
-    unsigned char* bytes = new unsigned char[length];
-    std::copy(packed.begin(), packed.end(), bytes);
-    CKvZip::Decompress(&bytes, &length);
-    CBinaryData inflated(bytes, length, true);
-    EXPECT_EQ(inflated, note.ToXmlStream(true, true, Encoding_UTF8, EOL_LF));
+TEST(XmlObjectBaseToXmlFile, FailuresOnBothPaths) {
+    Note note;
+    const std::string path = TempPath("failed.xml");
+    std::remove(path.c_str());
+    for (bool direct : {false, true}) {
+        AsyncToXmlFile(direct);
+        EXPECT_KV_THROW(note.ToXmlFile("/nonexistent-kvxml-dir/out.xml"), CKvException,
+                        "Failed to write data to the file [/nonexistent-kvxml-dir/out.xml]");
+        note.failInside = true;
+        EXPECT_KV_THROW(note.ToXmlFile(path.c_str()), CKvValidationException, "cannot write body");
+        note.failInside = false;
+        // Only writing straight into the file has created it when the failure comes.
+        EXPECT_EQ(FileExists(path), direct);
+    }
+    AsyncToXmlFile(false);
     std::remove(path.c_str());
 }
 
-TEST(XmlObjectBaseToXmlFile, InMemoryPathCreatesNoFileOnFailure) {
-    Note note;
-    note.failInside = true;
-    std::string path = TempPath("failed.xml");
-    std::remove(path.c_str());
-    EXPECT_KV_THROW(note.ToXmlFile(path.c_str()), CKvValidationException, "cannot write body");
-    EXPECT_FALSE(FileExists(path));
+TEST(XmlObjectBaseFromXml, ReadsNarrowAndWideText) {
+    Note note("");
+    note.FromXml("<?xml version=\"1.0\"?><note xmlns=\"urn:notes\"><body>hi &amp; bye</body></note>");
+    EXPECT_EQ(note.text, "hi & bye");
+    note.FromXml(L"<note xmlns=\"urn:notes\"><body>wide</body></note>");
+    EXPECT_EQ(note.text, "wide");
+}
 
-    // Writing straight into the file has already created it when the failure comes.
-    AsyncToXmlFile(true);
-    EXPECT_KV_THROW(note.ToXmlFile(path.c_str()), CKvValidationException, "cannot write body");
+TEST(XmlObjectBaseFromXml, ReportsEmptyInputAndParseErrors) {
+    Note note;
+    EXPECT_KV_THROW(note.FromXml(""), CKvException, "XML String is empty!");
+    EXPECT_KV_THROW(note.FromXml(static_cast<const char*>(nullptr)), CKvException, "XML String is empty!");
+    EXPECT_KV_THROW(note.FromXml("<note"), CKvException, "unclosed token at line 1");
+    EXPECT_KV_THROW(note.FromXmlStream(CBinaryData()), CKvException, "XML Stream is empty!");
+    EXPECT_KV_THROW(note.FromXmlFile("/nonexistent-kvxml-dir/in.xml"), CKvException,
+                    "Failed to open the file [/nonexistent-kvxml-dir/in.xml]");
+    EXPECT_EQ(note.reads, 0);  // the object is not reached before the document is whole
+    // The object decides whether the root is its element.
+    EXPECT_KV_THROW(note.FromXml("<other/>"), CKvValidationException, "Expected element [note]");
+}
+
+TEST(XmlObjectBaseFromXmlStream, ReadsPlainAndCompressedBytes) {
+    Note source(std::string(3000, 'q'));
+    for (CompressionType type : {Compression_None, Compression_GZip, Compression_Zlib}) {
+        const CBinaryData bytes =
+            source.ToXmlStream(true, false, Encoding_UTF8, EOL_LF, CXmlSerializationContext::m_defaultContext, type);
+        const CBinaryData before = bytes;
+        Note note("");
+        note.FromXmlStream(bytes);
+        EXPECT_EQ(note.text, source.text);
+        EXPECT_EQ(bytes, before);  // inflating leaves the caller's bytes alone
+    }
+}
+
+TEST(XmlObjectBaseFromXmlFile, ReadsWhatToXmlFileWrotePlainAndGzip) {
+    Note source(std::string(2000, 'f'));
+    const std::string path = TempPath("read.xml");
+    AsyncToXmlFile(true);  // gzip still goes through the in-memory path
+    for (CompressionType type : {Compression_None, Compression_GZip}) {
+        source.ToXmlFile(path.c_str(), true, true, Encoding_UTF8, EOL_LF, CXmlSerializationContext::m_defaultContext,
+                         type);
+        EXPECT_EQ(ReadFile(path).substr(0, 2), type == Compression_GZip ? std::string("\x1F\x8B") : std::string("<?"));
+        Note note("");
+        note.FromXmlFile(path.c_str());
+        EXPECT_EQ(note.text, source.text);
+    }
     AsyncToXmlFile(false);
-    EXPECT_TRUE(FileExists(path));
     std::remove(path.c_str());
 }
 
-TEST(XmlObjectBaseToXmlFile, UnwritablePathsReportTheFileName) {
-    Note note;
-    const char* path = "/nonexistent-kvxml-dir/out.xml";
-    EXPECT_KV_THROW(note.ToXmlFile(path), CKvException,
-                    "Failed to write data to the file [/nonexistent-kvxml-dir/out.xml]");
-    AsyncToXmlFile(true);
-    EXPECT_KV_THROW(note.ToXmlFile(path), CKvException,
-                    "Failed to write data to the file [/nonexistent-kvxml-dir/out.xml]");
-    AsyncToXmlFile(false);
+TEST(XmlObjectBaseFromXmlElement, ReadsAnElementOfALoadedDocument) {
+    CXmlDocument document;
+    document.LoadXml("<list><note xmlns=\"urn:notes\"><body>inner</body></note></list>");
+    Note note("");
+    note.FromXmlElement(document.GetDocumentElement()->GetFirstElement());
+    EXPECT_EQ(note.text, "inner");
+    EXPECT_EQ(note.reads, 1);
 }

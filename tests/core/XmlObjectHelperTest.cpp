@@ -71,24 +71,17 @@ TEST(ClassFactoryXsiType, SplitsThePrefixedTypeName) {
         "<garage xmlns='urn:a' xmlns:tns='urn:cars' xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance'>"
         "<v xsi:type='tns:Car'/><v xsi:type='Car'/><v xsi:type='nope:Car'/><v/>"
         "<v xsi:type='tns:a:b'/></garage>");
+    // Prefixed; no prefix (the element's own namespace, no default lookup); an
+    // unbound prefix (not an error); no attribute; split at the first colon only.
+    const struct {
+        const char* type;
+        const char* ns;
+    } expected[] = {{"Car", "urn:cars"}, {"Car", "urn:a"}, {"Car", "urn:a"}, {"", "urn:a"}, {"a:b", "urn:cars"}};
     CXmlElement* v = document.GetDocumentElement()->GetFirstElement();
-    ASSERT_NE(v, nullptr);
-    EXPECT_EQ(CClassfactoryBase::GetElementType(v), "Car");
-    EXPECT_EQ(CClassfactoryBase::GetElementTypeNamespaceUri(v), "urn:cars");
-
-    v = v->GetNextSiblingElement();  // no prefix: the element's own namespace, no default lookup
-    EXPECT_EQ(CClassfactoryBase::GetElementType(v), "Car");
-    EXPECT_EQ(CClassfactoryBase::GetElementTypeNamespaceUri(v), "urn:a");
-
-    v = v->GetNextSiblingElement();  // an unbound prefix is not an error
-    EXPECT_EQ(CClassfactoryBase::GetElementType(v), "Car");
-    EXPECT_EQ(CClassfactoryBase::GetElementTypeNamespaceUri(v), "urn:a");
-
-    v = v->GetNextSiblingElement();  // no type attribute at all
-    EXPECT_EQ(CClassfactoryBase::GetElementType(v), "");
-    EXPECT_EQ(CClassfactoryBase::GetElementTypeNamespaceUri(v), "urn:a");
-
-    v = v->GetNextSiblingElement();  // split at the first colon only
-    EXPECT_EQ(CClassfactoryBase::GetElementType(v), "a:b");
-    EXPECT_EQ(CClassfactoryBase::GetElementTypeNamespaceUri(v), "urn:cars");
+    for (const auto& row : expected) {
+        ASSERT_NE(v, nullptr);
+        EXPECT_EQ(CClassfactoryBase::GetElementType(v), row.type);
+        EXPECT_EQ(CClassfactoryBase::GetElementTypeNamespaceUri(v), row.ns);
+        v = v->GetNextSiblingElement();
+    }
 }

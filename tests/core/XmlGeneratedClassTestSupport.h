@@ -1,0 +1,125 @@
+// XmlGeneratedClassTestSupport.h - schemas and helpers shared by the tests of the generated-class engine.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <typeinfo>
+
+#include "kvxml/foundation/KvException.h"
+#include "metadata/GeneratedTestClasses.h"
+
+namespace kvenginetest {
+
+using namespace kvtest;
+using KvXmlLib10::CKvException;
+using KvXmlLib10::CKvValidationException;
+namespace kv = KvXmlLib10;
+namespace kvd = KvXmlLib10Data;
+
+/// The full message chain of the CKvValidationException that action throws ("" when none).
+template <typename Action>
+std::string FailureOf(Action action) {
+    try {
+        action();
+    } catch (const CKvException& error) {
+        EXPECT_EQ(typeid(error), typeid(CKvValidationException)) << error.GetMessage();
+        return error.GetFullMessage();
+    }
+    return "";
+}
+
+template <typename T>
+std::string ReadFailure(T& object, const char* text,
+                        const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext) {
+    return FailureOf([&] { object.FromXml(text, context); });
+}
+
+inline std::string WriteFailure(const CXmlObjectBase& object,
+                                const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext) {
+    return FailureOf([&] { WriteCompact(object, context); });
+}
+
+struct NoNamespaces {
+    static constexpr const char* kTargetNamespace = "";
+    static constexpr const char* kTypeNamespace = "";
+};
+
+/// A class descriptor without simple content, allowed to write its type attribute.
+inline CParentElementInfo* Parent(kvd::XmlElementGroupType group, const char* name,
+                                  kvd::XmlElementType kind = kvd::ElementType_Element) {
+    return new CParentElementInfo(group, kind, name, "", false, true, -1, kv::Invalid, nullptr, false);
+}
+
+/// An i4 member of descriptor kind T.
+template <typename T>
+CElementInfo* I4(const char* name, int32_t id) {
+    return new T(name, "", id, false, kv::i4, nullptr, kCollapse, {});
+}
+
+/// <Person id lang shade><name/><age/><color/></Person> of type PersonType.
+struct PersonSchema : NoNamespaces {
+    static constexpr const char* kElementName = "Person";
+    static void Build(Metadata& meta) {
+        meta = {Parent(kvd::GroupType_Sequence, "PersonType"),
+                MakeArray<CElementInfo>(
+                    {new kvd::CElementInfoSeqPrimMnd("name", "", 1, false, kv::string, nullptr, kPreserve, {}),
+                     I4<kvd::CElementInfoSeqPrimOpt>("age", 2),
+                     new kvd::CElementInfoSeqEnumOpt("color", "", 3, false, ColorToString, ColorFromString)}),
+                MakeArray<CAttributeInfo>(
+                    {new kvd::CAttributeInfoPrimitive("id", "", 10, false, kv::i4, nullptr, kCollapse, {}, nullptr),
+                     new kvd::CAttributeInfoPrimitive("lang", "", 11, true, kv::string, nullptr, kPreserve, {}, "en"),
+                     new kvd::CAttributeInfoEnum("shade", "", 12, true, ColorToString, ColorFromString, "red")})};
+    }
+};
+using CPerson = CTestClass<PersonSchema>;
+
+/// A choice of the i4 members a and b, optional or not.
+template <bool Optional, kvd::XmlElementType Kind = kvd::ElementType_Element>
+struct ChoiceSchema : NoNamespaces {
+    static constexpr const char* kElementName = "Pick";
+    static void Build(Metadata& meta) {
+        meta = {Parent(kvd::GroupType_Choice, "Pick", Kind),
+                MakeArray<CElementInfo>(
+                    {Optional ? I4<kvd::CElementInfoChoicePrimOpt>("a", 1) : I4<CRequiredChoiceInfo>("a", 1),
+                     Optional ? I4<kvd::CElementInfoChoicePrimOpt>("b", 2) : I4<CRequiredChoiceInfo>("b", 2)}),
+                MakeArray<CAttributeInfo>({})};
+    }
+};
+
+/// A pseudo element: its member g lands directly in the parent's element.
+struct GroupSchema : NoNamespaces {
+    static constexpr const char* kElementName = "Group";
+    static void Build(Metadata& meta) {
+        meta = {Parent(kvd::GroupType_Sequence, "Group", kvd::ElementType_PseudoElement),
+                MakeArray<CElementInfo>({I4<kvd::CElementInfoSeqPrimOpt>("g", 1)}), MakeArray<CAttributeInfo>({})};
+    }
+};
+using CGroup = CTestClass<GroupSchema>;
+
+inline CXmlObjectBase* NewPerson() { return new CPerson; }
+inline CXmlObjectBase* NewGroup() { return new CGroup; }
+
+/// <Outer><Person/><g/><tail/></Outer>: a nested class, a pseudo element and an i4.
+struct OuterSchema : NoNamespaces {
+    static constexpr const char* kElementName = "Outer";
+    static void Build(Metadata& meta) {
+        meta = {Parent(kvd::GroupType_Sequence, "Outer"),
+                MakeArray<CElementInfo>({new CTestChildInfo("Person", "", 1, NewPerson),
+                                         new CTestChildInfo("Group", "", 2, NewGroup),
+                                         I4<kvd::CElementInfoSeqPrimOpt>("tail", 3)}),
+                MakeArray<CAttributeInfo>({})};
+    }
+};
+using COuter = CTestClass<OuterSchema>;
+
+/// A class whose group type is out of range.
+struct BrokenSchema : NoNamespaces {
+    static constexpr const char* kElementName = "Broken";
+    static void Build(Metadata& meta) {
+        meta = {Parent(static_cast<kvd::XmlElementGroupType>(3), "Broken"), MakeArray<CElementInfo>({}),
+                MakeArray<CAttributeInfo>({})};
+    }
+};
+
+}  // namespace kvenginetest
