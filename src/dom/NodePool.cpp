@@ -31,6 +31,34 @@ constexpr std::size_t kSlabSize = 64 * 1024;
 constexpr std::size_t kHeaderSize = 32;
 
 std::size_t RoundUp(std::size_t size) { return (size + 7) & ~std::size_t{7}; }
+
+// One spare slab per thread. A size-aligned 64 KiB block is beyond malloc's
+// mmap threshold, so without the spare every small document would map,
+// fault in and unmap a fresh slab.
+struct SpareSlab {
+    void* memory = nullptr;
+    ~SpareSlab() { ::operator delete(memory, std::align_val_t(kSlabSize)); }
+};
+thread_local SpareSlab t_spare;
+
+void* AcquireSlabMemory() {
+    if (void* memory = t_spare.memory) {
+        t_spare.memory = nullptr;
+        KVXML_UNPOISON(memory, kSlabSize);
+        return memory;
+    }
+    return ::operator new(kSlabSize, std::align_val_t(kSlabSize));
+}
+
+void ReleaseSlabMemory(void* memory) noexcept {
+    KVXML_UNPOISON(memory, kSlabSize);
+    if (!t_spare.memory) {
+        KVXML_POISON(memory, kSlabSize);
+        t_spare.memory = memory;
+        return;
+    }
+    ::operator delete(memory, std::align_val_t(kSlabSize));
+}
 }  // namespace
 
 struct NodePool::Slab {
@@ -43,7 +71,7 @@ static_assert(sizeof(void*) * 3 <= kHeaderSize, "slab header fits its reserved s
 NodePool::~NodePool() { Reset(); }
 
 NodePool::Slab* NodePool::NewSlab() {
-    void* memory = ::operator new(kSlabSize, std::align_val_t(kSlabSize));
+    void* memory = AcquireSlabMemory();
     Slab* slab = new (memory) Slab{this, m_slabs, 0};
     m_slabs = slab;
     m_bump = static_cast<char*>(memory) + kHeaderSize;
@@ -82,8 +110,7 @@ void NodePool::Free(void* node, std::size_t size) noexcept {
         pool->m_free[size / 8] = freed;
         KVXML_POISON(node, size);
     } else if (slab->live == 0) {
-        KVXML_UNPOISON(slab, kSlabSize);
-        ::operator delete(static_cast<void*>(slab), std::align_val_t(kSlabSize));
+        ReleaseSlabMemory(slab);
     } else {
         KVXML_POISON(node, size);
     }
@@ -97,8 +124,7 @@ void NodePool::Reset() noexcept {
     while (slab) {
         Slab* next = slab->next;
         if (slab->live == 0) {
-            KVXML_UNPOISON(slab, kSlabSize);
-            ::operator delete(static_cast<void*>(slab), std::align_val_t(kSlabSize));
+            ReleaseSlabMemory(slab);
         } else {
             // Nodes detached from the tree are still out there; the slab
             // goes when the last of them is deleted.

@@ -103,7 +103,8 @@ TEST(BindingAllTypesRead, TextThatDoesNotConvertKeepsTheInnerException) {
             EXPECT_EQ(typeid(error), typeid(CKvValidationException));
             EXPECT_EQ(error.GetFullMessage(), std::string("Failed to process the element [AllTypes]\n") + row.inner);
             ASSERT_NE(error.GetInnerException(), nullptr);
-            const std::type_info& inner = typeid(*error.GetInnerException());
+            const CKvException& innerError = *error.GetInnerException();
+            const std::type_info& inner = typeid(innerError);
             EXPECT_TRUE(inner == (row.invalidValue ? typeid(CKvInvalidValueException) : typeid(CKvException)))
                 << row.element;
         }

@@ -124,7 +124,8 @@ TEST(XmlGeneratedClassWrite, NestedObjectsAndPseudoElements) {
                   "Invalid Type 0 to convert to string");
         ASSERT_NE(error.GetInnerException(), nullptr);
         ASSERT_NE(error.GetInnerException()->GetInnerException(), nullptr);
-        EXPECT_EQ(typeid(*error.GetInnerException()->GetInnerException()), typeid(CKvException));
+        const CKvException& root = *error.GetInnerException()->GetInnerException();
+        EXPECT_EQ(typeid(root), typeid(CKvException));
     }
 }
 

@@ -141,7 +141,8 @@ TEST(SmartPtr, HoldsOneReferenceForItsLifetime) {
     CSmartPtr<Note> b(new Note("b", &deletions));
     a = b;  // the first note loses its only reference
     EXPECT_EQ(deletions, 2);
-    a = a;
+    CSmartPtr<Note>& same = a;
+    a = same;  // self-assignment keeps the reference
     EXPECT_EQ(a, b);
 }
 
