@@ -152,30 +152,8 @@ std::string CElementInfo::GetAnyDefaultNamespace(const char* restriction, const 
 
 // ---- group bases ----
 
-CElementInfoAll::CElementInfoAll(const char* elementName, const char* namespaceUri, int32_t propertyId)
-    : CElementInfo(elementName, namespaceUri, propertyId) {}
-CElementInfoAll::CElementInfoAll(const char* elementName, const char* namespaceUri, int32_t propertyId,
-                                 bool nillable)
-    : CElementInfo(elementName, namespaceUri, propertyId, nillable) {}
-CElementInfoAll::CElementInfoAll(const char* elementName, const char* namespaceUri, int32_t propertyId,
-                                 bool nillable, ItemType itemType, const char* numberFormat,
-                                 CWhitespaceUtils::WhitespaceRule whitespaceRule,
-                                 const CPrimitiveRestrictions& restrictions)
-    : CElementInfo(elementName, namespaceUri, propertyId, nillable, itemType, numberFormat, whitespaceRule,
-                   restrictions) {}
 CElementInfoAll::~CElementInfoAll() = default;
 
-CElementInfoChoice::CElementInfoChoice(const char* elementName, const char* namespaceUri, int32_t propertyId)
-    : CElementInfo(elementName, namespaceUri, propertyId) {}
-CElementInfoChoice::CElementInfoChoice(const char* elementName, const char* namespaceUri, int32_t propertyId,
-                                       bool nillable)
-    : CElementInfo(elementName, namespaceUri, propertyId, nillable) {}
-CElementInfoChoice::CElementInfoChoice(const char* elementName, const char* namespaceUri, int32_t propertyId,
-                                       bool nillable, ItemType itemType, const char* numberFormat,
-                                       CWhitespaceUtils::WhitespaceRule whitespaceRule,
-                                       const CPrimitiveRestrictions& restrictions)
-    : CElementInfo(elementName, namespaceUri, propertyId, nillable, itemType, numberFormat, whitespaceRule,
-                   restrictions) {}
 CElementInfoChoice::~CElementInfoChoice() = default;
 
 bool CElementInfoChoice::Validate(const CXmlSerializationContext&, const CXmlGeneratedClass*, bool, bool) const {
@@ -184,17 +162,6 @@ bool CElementInfoChoice::Validate(const CXmlSerializationContext&, const CXmlGen
 
 bool CElementInfoChoice::MayBeAbsentFromChoice(const CXmlGeneratedClass*) const { return true; }
 
-CElementInfoSeq::CElementInfoSeq(const char* elementName, const char* namespaceUri, int32_t propertyId)
-    : CElementInfo(elementName, namespaceUri, propertyId) {}
-CElementInfoSeq::CElementInfoSeq(const char* elementName, const char* namespaceUri, int32_t propertyId,
-                                 bool nillable)
-    : CElementInfo(elementName, namespaceUri, propertyId, nillable) {}
-CElementInfoSeq::CElementInfoSeq(const char* elementName, const char* namespaceUri, int32_t propertyId,
-                                 bool nillable, ItemType itemType, const char* numberFormat,
-                                 CWhitespaceUtils::WhitespaceRule whitespaceRule,
-                                 const CPrimitiveRestrictions& restrictions)
-    : CElementInfo(elementName, namespaceUri, propertyId, nillable, itemType, numberFormat, whitespaceRule,
-                   restrictions) {}
 CElementInfoSeq::~CElementInfoSeq() = default;
 
 bool CElementInfoSeq::Validate(const CXmlSerializationContext&, const CXmlGeneratedClass*, bool, bool) const {

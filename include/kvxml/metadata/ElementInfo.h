@@ -155,22 +155,16 @@ private:
 /// mandatory member is reported by Validate.
 class KVXML_API CElementInfoAll : public CElementInfo {
 public:
-    CElementInfoAll(const char* elementName, const char* namespaceUri, int32_t propertyId);
-    CElementInfoAll(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable);
-    CElementInfoAll(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable,
-                    ItemType itemType, const char* numberFormat, CWhitespaceUtils::WhitespaceRule whitespaceRule,
-                    const CPrimitiveRestrictions& restrictions);
+    // The three constructors of CElementInfo, forwarded unchanged.
+    using CElementInfo::CElementInfo;
     ~CElementInfoAll() override;
 };
 
 /// Member of an xs:choice: optional by nature.
 class KVXML_API CElementInfoChoice : public CElementInfo {
 public:
-    CElementInfoChoice(const char* elementName, const char* namespaceUri, int32_t propertyId);
-    CElementInfoChoice(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable);
-    CElementInfoChoice(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable,
-                       ItemType itemType, const char* numberFormat, CWhitespaceUtils::WhitespaceRule whitespaceRule,
-                       const CPrimitiveRestrictions& restrictions);
+    // The three constructors of CElementInfo, forwarded unchanged.
+    using CElementInfo::CElementInfo;
     ~CElementInfoChoice() override;
 
     /// Throws CKvException "Not implemented, should never be called".
@@ -183,11 +177,8 @@ public:
 /// Member of an xs:sequence.
 class KVXML_API CElementInfoSeq : public CElementInfo {
 public:
-    CElementInfoSeq(const char* elementName, const char* namespaceUri, int32_t propertyId);
-    CElementInfoSeq(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable);
-    CElementInfoSeq(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable,
-                    ItemType itemType, const char* numberFormat, CWhitespaceUtils::WhitespaceRule whitespaceRule,
-                    const CPrimitiveRestrictions& restrictions);
+    // The three constructors of CElementInfo, forwarded unchanged.
+    using CElementInfo::CElementInfo;
     ~CElementInfoSeq() override;
 
     /// Throws CKvException "Not implemented, should never be called".
