@@ -24,6 +24,7 @@ namespace KvXmlLib10 {
 namespace detail {
 class NameTable;
 class NodePool;
+class TreeBuilder;
 }
 
 /// The tree of one loaded document. Each Load* first calls Cleanup(), so a
@@ -85,9 +86,7 @@ public:
     virtual void Cleanup();
 
 private:
-    friend class CXmlElement;
-    friend class CExpatReader;
-    friend class CFastInfosetReader;
+    friend class detail::TreeBuilder;
 
     // An open element and the sibling before it, so that the callback can
     // drop a finished element without walking its parent's child list.
@@ -97,8 +96,6 @@ private:
     };
 
     void Init();
-    CXmlElement* OpenChild(const std::string* uri, const std::string* localName);
-    void SetAlias(const char* prefix, std::size_t prefixLength, const char* uri, std::size_t uriLength);
     void InflateIfCompressed();
     void SetInput(const unsigned char* data, std::size_t length);
     void ReleaseInput();
