@@ -356,21 +356,37 @@ void FIEncoder::IdentifyingStringOrIndex(const std::string& text, CFIStringTable
     table.AddValueToMap(text);
 }
 
+void FIEncoder::WriteNameIndex(uint8_t bits, uint32_t index, bool elementIndex) {
+    if (elementIndex) {
+        Integer1To2pw20Bit3(bits, index);
+    } else {
+        Integer1To2pw20Bit2(bits, index);
+    }
+}
+
 void FIEncoder::QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& name, CFIQNameTable& table,
-                              bool elementIndex) {
+                              bool elementIndex, std::unordered_map<std::string, uint32_t>& cache) {
     const bool hasNamespace = !name.namespaceName.empty();
     const bool hasPrefix = hasNamespace && !name.prefix.empty();  // a prefix needs a namespace
+    // The key spells the three parts with their lengths, so no two names share one.
+    const uint32_t lengths[2] = {hasPrefix ? static_cast<uint32_t>(name.prefix.size()) : 0,
+                                 static_cast<uint32_t>(name.namespaceName.size())};
+    m_nameKey.assign(reinterpret_cast<const char*>(lengths), sizeof lengths);
+    if (hasPrefix) m_nameKey.append(name.prefix);
+    m_nameKey.append(name.namespaceName).append(name.localName);
+    const auto cached = cache.find(m_nameKey);
+    if (cached != cache.end()) {
+        WriteNameIndex(bits, cached->second, elementIndex);
+        return;
+    }
     CQNameParts parts;
     if ((!hasPrefix || m_vocabulary.FindPrefixNameIndex(name.prefix, parts.prefix)) &&
         (!hasNamespace || m_vocabulary.FindNamespaceNameIndex(name.namespaceName, parts.namespaceName)) &&
         m_vocabulary.FindLocalNameIndex(name.localName, parts.localName)) {
         uint32_t index = 0;
         if (table.FindIndex(parts, index)) {
-            if (elementIndex) {
-                Integer1To2pw20Bit3(bits, index);
-            } else {
-                Integer1To2pw20Bit2(bits, index);
-            }
+            cache.emplace(m_nameKey, index);
+            WriteNameIndex(bits, index, elementIndex);
             return;
         }
     }
@@ -380,19 +396,17 @@ void FIEncoder::QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& 
     IdentifyingStringOrIndex(name.localName, m_vocabulary.GetLocalNamesTable());
     static const std::string kNone;
     const std::string& prefix = hasPrefix ? name.prefix : kNone;
-    if (elementIndex) {
-        m_vocabulary.AddElement(prefix, name.namespaceName, name.localName);
-    } else {
-        m_vocabulary.AddAttribute(prefix, name.namespaceName, name.localName);
-    }
+    const uint32_t index = elementIndex ? m_vocabulary.AddElement(prefix, name.namespaceName, name.localName)
+                                        : m_vocabulary.AddAttribute(prefix, name.namespaceName, name.localName);
+    if (index != 0) cache.emplace(m_nameKey, index);
 }
 
 void FIEncoder::QualifiedNameOrIndexBit2(uint8_t bits, const FIQName& name) {
-    QualifiedName(bits, 0x78, name, m_vocabulary.GetAttributeNamesTable(), false);
+    QualifiedName(bits, 0x78, name, m_vocabulary.GetAttributeNamesTable(), false, m_attributeIndexes);
 }
 
 void FIEncoder::QualifiedNameOrIndexBit3(uint8_t bits, const FIQName& name) {
-    QualifiedName(bits, 0x3C, name, m_vocabulary.GetElementNamesTable(), true);
+    QualifiedName(bits, 0x3C, name, m_vocabulary.GetElementNamesTable(), true, m_elementIndexes);
 }
 
 // --- document structure -------------------------------------------------------

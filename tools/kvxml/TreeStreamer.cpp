@@ -26,6 +26,12 @@ public:
     static bool OnComplete(CXmlElement* element) { return s_active->Complete(*element); }
 
 private:
+    void StartElement(const CXmlElement& element) {
+        m_visitor.Start(element.GetLocalName(), element.GetNamespaceURI());
+        for (const CXmlAttribute* attribute : element.GetAttributes())
+            m_visitor.Attribute(attribute->GetLocalName(), attribute->GetNamespaceURI(), attribute->GetValue());
+    }
+
     void PassText(Started& started) {
         const std::string& text = started.element->GetText();
         if (text.size() > started.textWritten) {
@@ -46,7 +52,7 @@ private:
         if (!at) throw std::logic_error("element not on the open path");
         for (std::size_t i = m_started.size(); i < m_path.size(); ++i) {
             if (i > 0) PassText(m_started[i - 1]);
-            m_visitor.Start(*m_path[i]);
+            StartElement(*m_path[i]);
             m_started.push_back({m_path[i], 0});
         }
         if (m_started.size() > m_path.size()) {  // it had children: already started
@@ -54,7 +60,7 @@ private:
             m_started.pop_back();
         } else {
             if (!m_started.empty()) PassText(m_started.back());
-            m_visitor.Start(element);
+            StartElement(element);
             if (!element.GetText().empty()) m_visitor.Text(element.GetText());
         }
         m_visitor.End();

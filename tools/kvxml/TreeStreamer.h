@@ -17,19 +17,27 @@
 
 namespace kvxml_cli {
 
+/// The events of a document in order, whichever reader produced them.
 class TreeVisitor {
 public:
     virtual ~TreeVisitor() = default;
-    /// Name and attributes are complete; the text may not be.
-    virtual void Start(const KvXmlLib10::CXmlElement& element) = 0;
+    virtual void Start(const std::string& localName, const std::string& namespaceUri) = 0;
+    /// Follows Start, before any text or child.
+    virtual void Attribute(const std::string& localName, const std::string& namespaceUri, const std::string& value) = 0;
+    /// A piece of character data; pieces may follow each other.
     virtual void Text(const std::string& text) = 0;
     virtual void End() = 0;
     /// After each completed element: a moment to drain output.
     virtual void Completed() {}
 };
 
-/// Loads the input (XML text or Fast Infoset) and visits every element.
-/// Throws what the document throws.
+/// Loads the input (XML text or Fast Infoset) into a document that keeps
+/// only the open path and visits every element. Throws std::runtime_error
+/// naming the input.
 void StreamDocument(const Input& input, TreeVisitor& visitor);
+
+/// XML text straight through expat, in pieces. Throws std::runtime_error
+/// naming the input and the line.
+void StreamXmlText(const Input& input, TreeVisitor& visitor);
 
 }  // namespace kvxml_cli

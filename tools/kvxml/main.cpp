@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <stdexcept>
@@ -39,6 +40,8 @@ const char kUsage[] =
     "  --zlib        zlib-compress the output\n"
     "  --pretty      indent XML output (whitespace-only text is dropped)\n"
     "  --suggested   write numbers, booleans, dates and times in binary form\n"
+    "  --max-add-length N  index Fast Infoset values shorter than N characters\n"
+    "                (default 6)\n"
     "info     Prints format, compression, size, element and attribute counts and\n"
     "         the sizes of the Fast Infoset vocabulary tables of the document.\n"
     "  -h, --help    this text\n"
@@ -93,21 +96,19 @@ public:
     WriterVisitor(CXmlWriter& writer, bool suggested, bool dropWhitespace, Progress& progress)
         : m_writer(writer), m_suggested(suggested), m_dropWhitespace(dropWhitespace), m_progress(progress) {}
 
-    void Start(const CXmlElement& element) override {
-        if (m_depth++ == 0 && !element.GetNamespaceURI().empty())
-            m_writer.SetDefaultNamespace(element.GetNamespaceURI());
-        m_writer.WriteStartElement(element.GetLocalName(), element.GetNamespaceURI());
-        for (const CXmlAttribute* attribute : element.GetAttributes()) {
-            m_writer.WriteAttributeString(attribute->GetLocalName(), attribute->GetNamespaceURI(),
-                                          attribute->GetValue(), TypeOf(attribute->GetValue()));
-        }
+    void Start(const std::string& localName, const std::string& namespaceUri) override {
+        // No default namespace is declared: an element without a namespace
+        // inside its scope would otherwise change meaning.
+        m_writer.WriteStartElement(localName, namespaceUri);
+    }
+    void Attribute(const std::string& localName, const std::string& namespaceUri, const std::string& value) override {
+        m_writer.WriteAttributeString(localName, namespaceUri, value, TypeOf(value));
     }
     void Text(const std::string& text) override {
         if (m_dropWhitespace && IsWhitespace(text)) return;
         m_writer.WriteString(text, TypeOf(text));
     }
     void End() override {
-        --m_depth;
         m_writer.WriteEndElement();
         ++m_elements;
     }
@@ -128,7 +129,6 @@ private:
     bool m_suggested;
     bool m_dropWhitespace;
     Progress& m_progress;
-    uint32_t m_depth = 0;
     uint64_t m_elements = 0;
 };
 
@@ -166,9 +166,9 @@ public:
                    Progress& progress)
         : WriterVisitor(writer, suggested, false, progress), m_stream(stream), m_output(output) {}
     void Drain() override {
-        CBinaryData& bytes = m_stream.GetBinaryStream();
-        if (bytes.GetLength() < (1u << 20)) return;
-        DrainAll();
+        // The writer hands over whole blocks; pass each on at once, so the
+        // stream never grows (and copies) beyond one block.
+        if (m_stream.GetBinaryStream().GetLength() != 0) DrainAll();
     }
     void DrainAll() {
         CBinaryData& bytes = m_stream.GetBinaryStream();
@@ -182,6 +182,15 @@ private:
     Output& m_output;
 };
 
+// XML text goes straight through expat; Fast Infoset through the document.
+void Stream(const Input& input, TreeVisitor& visitor) {
+    if (input.GetFormat() == Format::Xml) {
+        StreamXmlText(input, visitor);
+    } else {
+        StreamDocument(input, visitor);
+    }
+}
+
 struct ConvertOptions {
     std::string in;
     std::string out;
@@ -189,6 +198,7 @@ struct ConvertOptions {
     Compression compression = Compression::None;
     bool pretty = false;
     bool suggested = false;
+    uint32_t maxAddLength = 0;  // 0: the context's default
 };
 
 void Convert(const ConvertOptions& options) {
@@ -208,18 +218,22 @@ void Convert(const ConvertOptions& options) {
             writer.SetFormat(options.pretty);
             writer.WriteStartDocument();
             TextOut visitor(writer, stream, options.suggested, options.pretty, progress);
-            StreamDocument(input, visitor);
+            Stream(input, visitor);
             writer.Close();
             stream.Flush();
         } else {
             CFastInfosetContext context;
             if (options.suggested) context.SetSuggestedValues();
+            if (options.maxAddLength) {
+                context.SetAttributeMaxAddLength(options.maxAddLength);
+                context.SetElementMaxAddLength(options.maxAddLength);
+            }
             CBinaryStream stream;
             CFastInfosetWriter writer(context, stream);
             writer.Open();
             writer.WriteStartDocument(FInfoDecl_None);
             FastInfosetOut visitor(writer, stream, output, options.suggested, progress);
-            StreamDocument(input, visitor);
+            Stream(input, visitor);
             writer.WriteEndDocument();
             writer.Close();
             visitor.DrainAll();
@@ -234,18 +248,18 @@ void Convert(const ConvertOptions& options) {
 // Counts what a Fast Infoset encoding of the document would index.
 class InfoVisitor : public TreeVisitor {
 public:
-    void Start(const CXmlElement& element) override {
+    void Start(const std::string& localName, const std::string& namespaceUri) override {
         ++elements;
-        namespaces.insert(element.GetNamespaceURI());
-        localNames.insert(element.GetLocalName());
-        elementNames.insert(element.GetNamespaceURI() + '\n' + element.GetLocalName());
-        for (const CXmlAttribute* attribute : element.GetAttributes()) {
-            ++attributes;
-            namespaces.insert(attribute->GetNamespaceURI());
-            localNames.insert(attribute->GetLocalName());
-            attributeNames.insert(attribute->GetNamespaceURI() + '\n' + attribute->GetLocalName());
-            if (attribute->GetValue().size() < kMaxAddLength) attributeValues.insert(attribute->GetValue());
-        }
+        namespaces.insert(namespaceUri);
+        localNames.insert(localName);
+        elementNames.insert(namespaceUri + '\n' + localName);
+    }
+    void Attribute(const std::string& localName, const std::string& namespaceUri, const std::string& value) override {
+        ++attributes;
+        namespaces.insert(namespaceUri);
+        localNames.insert(localName);
+        attributeNames.insert(namespaceUri + '\n' + localName);
+        if (value.size() < kMaxAddLength) attributeValues.insert(value);
     }
     void Text(const std::string& text) override {
         if (!text.empty() && text.size() < kMaxAddLength) chunks.insert(text);
@@ -261,7 +275,7 @@ public:
 void Info(const std::string& path) {
     const Input input(path);
     InfoVisitor info;
-    StreamDocument(input, info);
+    Stream(input, info);
     info.namespaces.erase(std::string());
     std::printf("file: %s\n", input.Name().c_str());
     std::printf("format: %s\n", FormatName(input.GetFormat()));
@@ -300,6 +314,12 @@ int Run(int argc, char** argv) {
             if (++i == args.size()) throw UsageError("--to needs xml or fi");
             options.to = args[i];
             if (options.to != "xml" && options.to != "fi") throw UsageError("--to needs xml or fi, not " + options.to);
+        } else if (arg == "--max-add-length" && command == "convert") {
+            if (++i == args.size()) throw UsageError("--max-add-length needs a number");
+            char* end = nullptr;
+            const unsigned long value = std::strtoul(args[i].c_str(), &end, 10);
+            if (*end || value == 0 || value > (1u << 20)) throw UsageError("--max-add-length needs 1 to 1048576");
+            options.maxAddLength = static_cast<uint32_t>(value);
         } else if (arg == "--gzip" && command == "convert") {
             options.compression = Compression::Gzip;
         } else if (arg == "--zlib" && command == "convert") {

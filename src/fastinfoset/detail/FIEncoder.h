@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <unordered_map>
 
 #include "kvxml/fastinfoset/FastInfosetContext.h"
 #include "kvxml/fastinfoset/FIVocabulary.h"
@@ -118,7 +119,8 @@ private:
     /// UTF-8, else a conversion held until the next call.
     const unsigned char* ToUtf8(const char* text, std::size_t& length);
     void QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& name, CFIQNameTable& table,
-                       bool elementIndex);
+                       bool elementIndex, std::unordered_map<std::string, uint32_t>& cache);
+    void WriteNameIndex(uint8_t bits, uint32_t index, bool elementIndex);
 
     FIOctetSink& m_sink;
     CFIVocabulary& m_vocabulary;
@@ -132,6 +134,11 @@ private:
     std::string m_utf8;
     std::string m_packed;
     std::string m_key;
+    // Name -> index, one lookup per name instead of one per part and one for
+    // the triple; filled only with indexes the vocabulary holds.
+    std::unordered_map<std::string, uint32_t> m_elementIndexes;
+    std::unordered_map<std::string, uint32_t> m_attributeIndexes;
+    std::string m_nameKey;
 };
 
 }  // namespace KvXmlLib10::detail
