@@ -12,6 +12,7 @@
 #include "dom/detail/NameTable.h"
 #include "dom/detail/NodePool.h"
 #include "dom/detail/TreeBuilder.h"
+#include "fastinfoset/detail/FastInfosetReader.h"
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/output/KvZip.h"
@@ -187,10 +188,15 @@ void CXmlDocument::InflateIfCompressed() {
 
 void CXmlDocument::Parse() {
     InflateIfCompressed();
-    // FAST INFOSET GOES HERE: offer the (inflated) bytes to the Fast Infoset
-    // reader built on m_context's Fast Infoset context; when it takes them,
-    // drop the input and return instead of parsing XML text.
-    ParseText();
+    bool fastInfoset = false;
+    try {
+        fastInfoset = CFastInfosetReader(m_context->GetFIContext(), *this).Parse();
+    } catch (...) {
+        ReleaseInput();
+        throw;
+    }
+    if (!fastInfoset) return ParseText();
+    ReleaseInput();
 }
 
 void CXmlDocument::ParseText() {
