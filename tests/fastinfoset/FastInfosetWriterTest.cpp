@@ -1,10 +1,14 @@
 // FastInfosetWriterTest.cpp - the exact octets of documents written by CFastInfosetWriter.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "bindings/AllTypes.h"
+#include "bindings/Ticket.h"
+#include "core/BindingTestSupport.h"
 #include "kvxml/fastinfoset/FastInfosetWriter.h"
 #include "support/KvTestSupport.h"
 
@@ -277,4 +281,61 @@ TEST(FastInfosetWriter, RefusesWhatItCannotWrite) {
                     CKvException, "Attributes must be added before elements");
     EXPECT_KV_THROW(Write([](CFastInfosetWriter& w) { w.WriteStartElement("r", ""); }), CKvException,
                     "An Element has not been closed.");
+}
+
+// ---- whole documents through the object entry points and back ----
+
+TEST(FastInfosetDocuments, EveryDeclarationAndCompressionReadsBackIntoTheSameObjects) {
+    kvbind::CTicket ticket;
+    kvbindtest::FillTicket(ticket);
+    const std::string expected = kvbindtest::Compact(ticket);
+    for (int decl = FInfoDecl_None; decl <= FInfoDecl_V11_Finf_StandaloneNo; ++decl) {
+        for (CompressionType compression : {Compression_None, Compression_GZip, Compression_Zlib}) {
+            const CBinaryData bytes = ticket.ToFastInfosetStream(static_cast<FInfoDecl>(decl),
+                                                                 CXmlSerializationContext::m_defaultContext, compression);
+            kvbind::CTicket copy;
+            copy.FromXmlStream(bytes);
+            EXPECT_EQ(kvbindtest::Compact(copy), expected) << "declaration " << decl << " compression " << compression;
+        }
+    }
+}
+
+TEST(FastInfosetDocuments, SuggestedEncodingsKeepEveryTypesValue) {
+    kvbind::CAllTypes value;
+    kvbindtest::FillAllTypes(value);
+    value.SetUI8(42);  // the long algorithm the suggestions give ui8 holds no larger value
+    CXmlSerializationContext suggested;
+    suggested.GetFIContext().SetSuggestedValues();
+    const CBinaryData typed = value.ToFastInfosetStream(FInfoDecl_None, suggested);
+    const CBinaryData plain = value.ToFastInfosetStream();
+    EXPECT_LT(typed.GetLength(), plain.GetLength());
+    for (const CBinaryData* bytes : {&typed, &plain}) {
+        kvbind::CAllTypes copy;
+        copy.FromXmlStream(*bytes);
+        EXPECT_EQ(kvbindtest::Compact(copy), kvbindtest::Compact(value));
+    }
+}
+
+TEST(FastInfosetDocuments, FilesRefuseZlibAndWriteGzip) {
+    kvbind::CTicket ticket;
+    kvbindtest::FillTicket(ticket);
+    const std::string path = ::testing::TempDir() + "kvxml_fi_ticket.fi";
+    std::remove(path.c_str());
+    EXPECT_KV_THROW(ticket.ToFastInfosetFile(path.c_str(), FInfoDecl_None, CXmlSerializationContext::m_defaultContext,
+                                             Compression_Zlib),
+                    CKvException, "ZLIB Compression only available for To Stream methods.");
+    EXPECT_EQ(std::fopen(path.c_str(), "rb"), nullptr) << "refused before any file is touched";
+    ticket.ToFastInfosetFile(path.c_str(), FInfoDecl_Finf, CXmlSerializationContext::m_defaultContext,
+                             Compression_GZip);
+    std::FILE* file = std::fopen(path.c_str(), "rb");
+    ASSERT_NE(file, nullptr);
+    unsigned char magic[2] = {};
+    EXPECT_EQ(std::fread(magic, 1, 2, file), 2u);
+    std::fclose(file);
+    EXPECT_EQ(magic[0], 0x1F);
+    EXPECT_EQ(magic[1], 0x8B);
+    kvbind::CTicket copy;
+    copy.FromXmlFile(path.c_str());
+    EXPECT_EQ(kvbindtest::Compact(copy), kvbindtest::Compact(ticket));
+    std::remove(path.c_str());
 }
