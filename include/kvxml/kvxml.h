@@ -36,6 +36,7 @@
 #include "kvxml/fastinfoset/FIVocabulary.h"
 #include "kvxml/fastinfoset/FastInfosetContext.h"
 #include "kvxml/fastinfoset/FastInfosetBinaryData.h"
+#include "kvxml/fastinfoset/FastInfosetWriter.h"
 
 #include "kvxml/core/FInfoDecl.h"
 #include "kvxml/core/EventSink.h"
