@@ -7,19 +7,36 @@ const char* const FI_DEFAULT_NAMESPACE = "http://www.w3.org/XML/1998/namespace";
 
 // ---- CFIStringTable ----
 
-bool CFIStringTable::FindIndex(const std::string& value, uint32_t& index) const {
+CFIStringTable::CFIStringTable(const CFIStringTable& other) : m_entries(other.m_entries) { Reindex(); }
+
+CFIStringTable& CFIStringTable::operator=(const CFIStringTable& other) {
+    if (this != &other) {
+        m_entries = other.m_entries;
+        Reindex();
+    }
+    return *this;
+}
+
+// The copied map would point into the other table's entries.
+void CFIStringTable::Reindex() {
+    m_indices.clear();
+    uint32_t index = 0;
+    for (const std::string& entry : m_entries) m_indices.emplace(entry, ++index);
+}
+
+bool CFIStringTable::FindIndex(std::string_view value, uint32_t& index) const {
     auto found = m_indices.find(value);
     if (found == m_indices.end()) return false;
     index = found->second;
     return true;
 }
 
-uint32_t CFIStringTable::AddValueToMap(const std::string& value) {
+uint32_t CFIStringTable::AddValueToMap(std::string_view value) {
     if (auto found = m_indices.find(value); found != m_indices.end()) return found->second;
     if (m_entries.size() >= kMaxEntries) return 0;
-    m_entries.push_back(value);
+    const std::string& stored = m_entries.emplace_back(value);
     const uint32_t index = GetCount();
-    m_indices.emplace(value, index);
+    m_indices.emplace(stored, index);
     return index;
 }
 

@@ -6,7 +6,9 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -35,13 +37,17 @@ struct CQNameParts {
 class KVXML_API CFIStringTable {
 public:
     static constexpr uint32_t kMaxEntries = uint32_t{1} << 20;
-    using const_iterator = std::vector<std::string>::const_iterator;
+    using const_iterator = std::deque<std::string>::const_iterator;
+
+    CFIStringTable() = default;
+    CFIStringTable(const CFIStringTable& other);
+    CFIStringTable& operator=(const CFIStringTable& other);
 
     /// Writer side: the index of `value`, or false when it is not present.
-    bool FindIndex(const std::string& value, uint32_t& index) const;
+    bool FindIndex(std::string_view value, uint32_t& index) const;
     /// Writer side: adds `value` unless present or the table is full.
     /// Returns its index (the first one for a repeat), 0 when full.
-    uint32_t AddValueToMap(const std::string& value);
+    uint32_t AddValueToMap(std::string_view value);
     /// Reader side: appends `value` (repeats included) unless the table is
     /// full; returns false when it was full.
     bool AddValueToVector(std::string value);
@@ -55,8 +61,12 @@ public:
     const_iterator end() const { return m_entries.end(); }
 
 private:
-    std::vector<std::string> m_entries;
-    std::unordered_map<std::string, uint32_t> m_indices;
+    void Reindex();
+
+    // Entries stay where they are as the table grows, so the map's keys can
+    // point at them: each string is stored once.
+    std::deque<std::string> m_entries;
+    std::unordered_map<std::string_view, uint32_t> m_indices;
 };
 
 /// One qualified-name table (element names or attribute names).
