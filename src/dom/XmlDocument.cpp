@@ -1,6 +1,7 @@
 // XmlDocument.cpp - loading input, tree building and the element callback.
 #include "kvxml/dom/XmlDocument.h"
 
+#include <atomic>
 #include <cstdio>
 #include <cstring>
 #include <cwchar>
@@ -43,6 +44,8 @@ bool MayBeCompressed(const unsigned char* data, std::size_t length) {
     if (data[0] == 0x1F && data[1] == 0x8B) return true;
     return (data[0] & 0x0F) == 8 && (data[0] >> 4) <= 7 && ((data[0] << 8) | data[1]) % 31 == 0;
 }
+
+std::atomic<uint32_t> g_maxEntityDeclarations{1000};
 
 std::string_view ViewOf(const char* text) { return text ? std::string_view(text) : std::string_view(); }
 
@@ -201,6 +204,14 @@ void CXmlDocument::ParseText() {
     CExpatReader reader(*this);
     reader.CreateParser();
     reader.Parse(true);
+}
+
+void CXmlDocument::SetMaxEntityDeclarations(uint32_t count) {
+    g_maxEntityDeclarations.store(count, std::memory_order_relaxed);
+}
+
+uint32_t CXmlDocument::GetMaxEntityDeclarations() {
+    return g_maxEntityDeclarations.load(std::memory_order_relaxed);
 }
 
 // ---- lookups ----
