@@ -15,6 +15,7 @@
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/output/KvZip.h"
+#include "output/detail/Inflate.h"
 
 namespace KvXmlLib10 {
 
@@ -34,15 +35,6 @@ long FileLength(std::FILE* file) {
     const long length = std::ftell(file);
     if (length < 0 || std::fseek(file, 0, SEEK_SET) != 0) return -1;
     return length;
-}
-
-// Whether inflate could accept the bytes at all: a gzip magic number, or a
-// zlib header (deflate method, window of at most 32 KiB, check bits). Plain
-// XML never looks like either, so it is never copied just to be refused.
-bool MayBeCompressed(const unsigned char* data, std::size_t length) {
-    if (length < 2 || length > UINT32_MAX) return false;
-    if (data[0] == 0x1F && data[1] == 0x8B) return true;
-    return (data[0] & 0x0F) == 8 && (data[0] >> 4) <= 7 && ((data[0] << 8) | data[1]) % 31 == 0;
 }
 
 std::atomic<uint32_t> g_maxEntityDeclarations{1000};
@@ -169,7 +161,7 @@ void CXmlDocument::LoadXml(const wchar_t* text) {
 }
 
 void CXmlDocument::InflateIfCompressed() {
-    if (!MayBeCompressed(m_input, m_inputLength)) return;
+    if (m_inputLength > UINT32_MAX || !detail::MayBeCompressed(m_input, m_inputLength)) return;
     if (m_input != m_buffer.get()) {
         std::unique_ptr<unsigned char[]> copy(new unsigned char[m_inputLength]);
         std::memcpy(copy.get(), m_input, m_inputLength);
@@ -177,14 +169,27 @@ void CXmlDocument::InflateIfCompressed() {
     }
     unsigned char* data = m_buffer.release();
     uint32_t length = static_cast<uint32_t>(m_inputLength);
+    detail::InflateResult result{};
     try {
-        CKvZip::Decompress(&data, &length);
+        result = detail::Inflate(&data, &length);
     } catch (...) {
         m_buffer.reset(data);
         throw;
     }
     m_buffer.reset(data);
     SetInput(m_buffer.get(), length);
+    // Neither case may pass for plain text: the parser would blame a byte of
+    // the compressed form, and dropping the bytes would lose data silently.
+    if (result.outcome == detail::InflateOutcome::OverLimit) {
+        throw CKvException(FormatString(
+            "Compressed input inflates past the limit of %llu bytes (see CKvZip::SetMaxDecompressedSize)",
+            static_cast<unsigned long long>(result.limit)));
+    }
+    if (result.outcome == detail::InflateOutcome::TrailingBytes) {
+        throw CKvException(FormatString(
+            "Compressed input is followed by %u bytes that are neither compressed nor a further gzip member",
+            result.trailing));
+    }
 }
 
 void CXmlDocument::Parse() {

@@ -6,6 +6,7 @@
 
 #include "dom/DomTestSupport.h"
 #include "kvxml/dom/XmlDocument.h"
+#include "kvxml/output/KvZip.h"
 #include "support/EntityChain.h"
 #include "support/KvTestSupport.h"
 
@@ -28,6 +29,21 @@ const std::pair<const char*, Loader> kLoaders[] = {
          d.LoadXmlStream(reinterpret_cast<unsigned char*>(bytes.data()), static_cast<uint32_t>(bytes.size()));
      }},
     {"Load", [](CXmlDocument& d, const std::string& text) { d.Load(TempFile(text).Path()); }},
+};
+
+std::string Gzip(const std::string& text) {
+    uint32_t length = static_cast<uint32_t>(text.size());
+    unsigned char* data = new unsigned char[length];
+    std::copy(text.begin(), text.end(), data);
+    CKvZip::Compress(&data, &length, Compression_GZip);
+    std::string packed(reinterpret_cast<const char*>(data), length);
+    delete[] data;
+    return packed;
+}
+
+struct ScopedInflateLimit {
+    explicit ScopedInflateLimit(uint64_t limit) { CKvZip::SetMaxDecompressedSize(limit); }
+    ~ScopedInflateLimit() { CKvZip::SetMaxDecompressedSize(uint64_t{1} << 30); }
 };
 
 struct ScopedEntityLimit {
@@ -53,4 +69,40 @@ TEST(HostileInput, EntityDeclarationsPastTheLimitAreRefusedBeforeAnyExpansion) {
     CXmlDocument document;
     document.LoadXml(EntityChain(1001).c_str());
     EXPECT_EQ(document.GetDocumentElement()->GetText(), "x");
+}
+
+TEST(HostileInput, CompressedInputIsInflatedWholeOrRefusedWithTheReason) {
+    EXPECT_EQ(CKvZip::GetMaxDecompressedSize(), uint64_t{1} << 30);
+    const std::string bomb = Gzip("<a>" + std::string(2 << 20, ' ') + "</a>");
+    const std::string first = Gzip("<a>" + std::string(1000, 'x'));
+    const std::string second = Gzip(std::string(1000, 'y') + "</a>");
+    const struct {
+        const char* name;
+        std::string input;
+        const char* error;  // null: loads, the root's text holding 2000 bytes
+    } cases[] = {
+        {"two members", first + second, nullptr},
+        {"bomb", bomb,
+         "Compressed input inflates past the limit of 1048576 bytes (see CKvZip::SetMaxDecompressedSize)"},
+        {"member and garbage", first + second + "junk",
+         "Compressed input is followed by 4 bytes that are neither compressed nor a further gzip member"},
+        {"truncated second member", first + second.substr(0, 20), "not well-formed (invalid token) at line 1"},
+    };
+    ScopedInflateLimit limit(1 << 20);
+    for (const auto& c : cases) {
+        for (const auto& [name, load] : {kLoaders[1], kLoaders[2]}) {
+            SCOPED_TRACE(std::string(c.name) + " by " + name);
+            CXmlDocument document;
+            if (!c.error) {
+                load(document, c.input);
+                EXPECT_EQ(document.GetDocumentElement()->GetText(), std::string(1000, 'x') + std::string(1000, 'y'));
+            } else {
+                EXPECT_KV_THROW(load(document, c.input), CKvException, c.error);
+            }
+        }
+    }
+    CKvZip::SetMaxDecompressedSize(0);
+    CXmlDocument document;
+    kLoaders[1].second(document, bomb);
+    EXPECT_EQ(document.GetDocumentElement()->GetText().size(), 2u << 20);
 }
