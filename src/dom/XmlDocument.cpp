@@ -7,7 +7,9 @@
 #include <cwchar>
 #include <string_view>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "dom/detail/ExpatReader.h"
 #include "dom/detail/NameTable.h"
@@ -15,16 +17,28 @@
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/output/KvZip.h"
+#include "output/detail/FileOutput.h"
 #include "output/detail/Inflate.h"
 
 namespace KvXmlLib10 {
 
 namespace {
 
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
+using FilePtr = std::unique_ptr<std::FILE, detail::FileCloser>;
+
+// Opens for reading ("rt") without ever blocking: opening a FIFO that has no
+// writer waits forever, so the open does not wait and anything that is not a
+// file (or a directory, refused later for having no size) is let go of.
+FilePtr OpenInputFile(const char* name) {
+    const int fd = ::open(name, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) return nullptr;
+    struct stat status;
+    const bool usable = fstat(fd, &status) == 0 && (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode)) &&
+                        fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) & ~O_NONBLOCK) == 0;
+    std::FILE* file = usable ? fdopen(fd, "r") : nullptr;
+    if (!file) ::close(fd);
+    return FilePtr(file);
+}
 
 // Length of an open file, or -1 when it cannot be told. Only regular files
 // have one: a directory would report LONG_MAX, a pipe nothing useful.
@@ -102,7 +116,7 @@ void CXmlDocument::ReleaseInput() {
 void CXmlDocument::Load(const char* fileName) {
     Cleanup();
     const char* name = fileName ? fileName : "";
-    FilePtr file(std::fopen(name, "rt"));
+    FilePtr file = OpenInputFile(name);
     if (!file) throw CKvException(FormatString("Failed to open the file [%s]", name));
 
     const long length = FileLength(file.get());

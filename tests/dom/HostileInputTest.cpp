@@ -1,8 +1,15 @@
 // HostileInputTest.cpp - documents built to crash, hang or exhaust the loader are refused with a clear message.
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <chrono>
 #include <functional>
 #include <string>
+#include <thread>
 
 #include "dom/DomTestSupport.h"
 #include "kvxml/dom/XmlDocument.h"
@@ -105,4 +112,24 @@ TEST(HostileInput, CompressedInputIsInflatedWholeOrRefusedWithTheReason) {
     CXmlDocument document;
     kLoaders[1].second(document, bomb);
     EXPECT_EQ(document.GetDocumentElement()->GetText().size(), 2u << 20);
+}
+
+TEST(HostileInput, NamedPipesAndDevicesAreRefusedWithoutWaiting) {
+    const std::string fifo = ::testing::TempDir() + "kvxml_fifo_" + std::to_string(::getpid());
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    // Should the open wait for a writer, a late one frees it: the test then
+    // fails instead of hanging.
+    std::atomic<bool> done{false};
+    std::thread rescue([&] {
+        for (int i = 0; i < 500 && !done; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        if (done) return;
+        const int fd = ::open(fifo.c_str(), O_WRONLY | O_NONBLOCK);
+        if (fd >= 0) ::close(fd);
+    });
+    CXmlDocument document;
+    for (const std::string& path : {fifo, std::string("/dev/null")})
+        EXPECT_KV_THROW(document.Load(path.c_str()), CKvException, "Failed to open the file [" + path + "]");
+    done = true;
+    rescue.join();
+    std::remove(fifo.c_str());
 }
