@@ -15,13 +15,13 @@
 namespace KvXmlLib10 {
 
 namespace detail {
-bool ASYNC_TOXMLFILE = false;
-bool ASYNC_FROMXMLFILE = false;
+std::atomic<bool> ASYNC_TOXMLFILE{false};
+std::atomic<bool> ASYNC_FROMXMLFILE{false};
 }  // namespace detail
 
-void AsyncToXmlFile(bool on) { detail::ASYNC_TOXMLFILE = on; }
+void AsyncToXmlFile(bool on) { detail::ASYNC_TOXMLFILE.store(on, std::memory_order_relaxed); }
 
-void AsyncFromXmlFile(bool on) { detail::ASYNC_FROMXMLFILE = on; }
+void AsyncFromXmlFile(bool on) { detail::ASYNC_FROMXMLFILE.store(on, std::memory_order_relaxed); }
 
 CXmlObjectBase::CXmlObjectBase() : m_refCount(0) {}
 
@@ -117,7 +117,7 @@ void CXmlObjectBase::ToXmlFile(const char* fileName, bool includeDocHeader, bool
                                CompressionType compression) const {
     if (compression == Compression_Zlib)
         throw CKvException("ZLIB Compression only available for To Stream methods.");
-    if (detail::ASYNC_TOXMLFILE && compression == Compression_None) {
+    if (detail::ASYNC_TOXMLFILE.load(std::memory_order_relaxed) && compression == Compression_None) {
         CFileTextStream stream(fileName, encoding);
         WriteDocument(stream, includeDocHeader, formatted, eol, context);
         return;
