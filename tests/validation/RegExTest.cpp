@@ -158,10 +158,10 @@ TEST(RegExLimits, RepeatedGroupsMatchLongValues) {
         EXPECT_TRUE(TestRegEx("\\c*", alternating)) << length;
         EXPECT_TRUE(TestRegEx("(a|b)*", alternating)) << length;
         EXPECT_TRUE(TestRegEx("([a-z]{2})*", alternating)) << length;
-        EXPECT_FALSE(TestRegEx("([a-z]{2})*", alternating + "c")) << length;
-        alternating.back() = ' ';
-        EXPECT_FALSE(TestRegEx("\\c*", alternating)) << length;
     }
+    const std::string longName(200000, 'n');
+    ExpectMatches("\\c*", {}, {longName + " "});
+    ExpectMatches("([a-z]{2})*", {}, {longName + "x"});
     // Nested groups need several times the backtracking stack per character.
     ExpectMatches("((((((((((a))))))))))*", {std::string(200000, 'a')}, {std::string(200000, 'a') + "b"});
 }
