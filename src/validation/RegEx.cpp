@@ -75,12 +75,13 @@ struct JitStackDeleter {
 using MatchContextPtr = std::unique_ptr<pcre2_match_context, MatchContextDeleter>;
 using JitStackPtr = std::unique_ptr<pcre2_jit_stack, JitStackDeleter>;
 
-// Runs the JIT-compiled pattern on a stack sized for the value, growing it
-// while the match runs out of stack. PCRE2_ERROR_JIT_STACKLIMIT when even the
-// largest stack (or the memory for one) was not enough.
+// Runs the JIT-compiled pattern, first on PCRE2's own 32 KiB stack (enough
+// for most patterns, and free), then on stacks sized for the value, growing
+// while the match runs out. PCRE2_ERROR_JIT_STACKLIMIT when even the largest
+// stack (or the memory for one) was not enough.
 int MatchJit(const pcre2_code* code, PCRE2_SPTR subject, size_t length, pcre2_match_data* matchData,
              pcre2_match_context* context) {
-    int found = PCRE2_ERROR_JIT_STACKLIMIT;
+    int found = pcre2_match(code, subject, length, 0, 0, matchData, context);
     for (uint64_t size = kJitStackPerByte * length; found == PCRE2_ERROR_JIT_STACKLIMIT; size *= kJitStackGrowth) {
         size = std::min(size, kJitStackCap);
         JitStackPtr stack(pcre2_jit_stack_create(kJitStackStart, static_cast<size_t>(size), nullptr));
