@@ -2,6 +2,7 @@
 #include "kvxml/core/SerializationContext.h"
 
 #include "kvxml/foundation/KvException.h"
+#include "foundation/detail/OrEmpty.h"
 
 namespace KvXmlLib10 {
 
@@ -36,8 +37,8 @@ bool CXmlSerializationContext::GetIgnoreNamespaces() const {
     return m_ignoreNamespaces || m_schemaType == SchemaType_NoNamespaces;
 }
 
-void CXmlSerializationContext::SetInLineSchema(const char* schema) { m_inLineSchema = schema ? schema : ""; }
+void CXmlSerializationContext::SetInLineSchema(const char* schema) { m_inLineSchema = detail::OrEmpty(schema); }
 
-void CXmlSerializationContext::SetDefaultNamespaceURI(const char* uri) { m_defaultNamespaceURI = uri ? uri : ""; }
+void CXmlSerializationContext::SetDefaultNamespaceURI(const char* uri) { m_defaultNamespaceURI = detail::OrEmpty(uri); }
 
 }  // namespace KvXmlLib10

@@ -11,6 +11,7 @@
 #include "kvxml/output/KvZip.h"
 #include "kvxml/output/TextStream.h"
 #include "kvxml/output/XmlTextWriter.h"
+#include "foundation/detail/OrEmpty.h"
 
 namespace KvXmlLib10 {
 
@@ -60,7 +61,7 @@ int32_t CXmlObjectBase::Release() {
 
 std::string CXmlObjectBase::GetElementName() const { return m_elementName; }
 
-void CXmlObjectBase::SetElementName(const char* name) { m_elementName = name ? name : ""; }
+void CXmlObjectBase::SetElementName(const char* name) { m_elementName = detail::OrEmpty(name); }
 
 void CXmlObjectBase::AttributesToXml_Int(CXmlWriter*, const CXmlSerializationContext&) const {}
 
@@ -167,32 +168,32 @@ void CXmlObjectBase::FromXmlElement(const CXmlElement* element, const CXmlSerial
 
 bool CXmlObjectBase::IsNamespaceValid(const char* namespaceUri, const char* restriction,
                                       const char* targetNamespace) const {
-    return CXmlObjectHelper::IsNamespaceValid(namespaceUri ? namespaceUri : "", restriction ? restriction : "",
-                                              targetNamespace ? targetNamespace : "");
+    return CXmlObjectHelper::IsNamespaceValid(detail::OrEmpty(namespaceUri), detail::OrEmpty(restriction),
+                                              detail::OrEmpty(targetNamespace));
 }
 
 bool CXmlObjectBase::TestNamespace(const char* namespaceUri, const char* restriction,
                                    const char* targetNamespace) const {
-    return CXmlObjectHelper::TestNamespace(namespaceUri ? namespaceUri : "", restriction ? restriction : "",
-                                           targetNamespace ? targetNamespace : "");
+    return CXmlObjectHelper::TestNamespace(detail::OrEmpty(namespaceUri), detail::OrEmpty(restriction),
+                                           detail::OrEmpty(targetNamespace));
 }
 
 bool CXmlObjectBase::DoesElementNameMatch(const CXmlSerializationContext& context, const CXmlElement* element,
                                           const char* name, const char* namespaceUri) const {
-    return CXmlObjectHelper::DoesElementNameMatch(context, element, name ? name : "",
-                                                  namespaceUri ? namespaceUri : "");
+    return CXmlObjectHelper::DoesElementNameMatch(context, element, detail::OrEmpty(name),
+                                                  detail::OrEmpty(namespaceUri));
 }
 
 CXmlObjectBase* CXmlObjectBase::Throw_IfPropertyIsNull(CXmlObjectBase* value, const char* propertyName) {
     if (value) return value;
     throw CKvInvalidParamException(
-        FormatString("The Property [%s] is mandatory, it may node be NULL", propertyName ? propertyName : ""));
+        FormatString("The Property [%s] is mandatory, it may node be NULL", detail::OrEmpty(propertyName)));
 }
 
 void CXmlObjectBase::Throw_IfElementNameDiffers(CXmlObjectBase* value, const char* requiredName) {
     if (!value) return;
     std::string actual = value->GetBase()->GetElementName();
-    std::string required = requiredName ? requiredName : "";
+    std::string required = detail::OrEmpty(requiredName);
     if (actual != required) {
         throw CKvInvalidParamException(FormatString(
             "This property requrires an element with the name %s the element being set has the element name %s",
@@ -209,7 +210,7 @@ namespace {
 }  // namespace
 
 void CXmlObjectBase::Choice_SelectElement(const char* name, CXmlObjectBase* value, std::string& selected) {
-    const char* member = name ? name : "";
+    const char* member = detail::OrEmpty(name);
     if (selected == member) {
         if (!value) selected.clear();
     } else if (selected.empty()) {
@@ -220,7 +221,7 @@ void CXmlObjectBase::Choice_SelectElement(const char* name, CXmlObjectBase* valu
 }
 
 void CXmlObjectBase::Choice_CollectionChanged(const char* name, int32_t count, std::string& selected) {
-    const char* member = name ? name : "";
+    const char* member = detail::OrEmpty(name);
     if (selected == member) {
         if (count == 0) selected.clear();
     } else if (selected.empty()) {
@@ -231,7 +232,7 @@ void CXmlObjectBase::Choice_CollectionChanged(const char* name, int32_t count, s
 }
 
 void CXmlObjectBase::Choice_SetElementValid(bool valid, const char* name, std::string& selected) {
-    const char* member = name ? name : "";
+    const char* member = detail::OrEmpty(name);
     if (!valid) {
         selected.clear();
     } else if (selected == member) {
