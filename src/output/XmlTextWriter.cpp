@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <cstring>
 
+#include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
+#include "output/detail/XmlNames.h"
 
 namespace KvXmlLib10 {
 
@@ -20,10 +22,13 @@ const std::string& XsiNamespace() {
 constexpr size_t kFlushThreshold = 4096;
 
 // What the escaper does with a byte. Copy bytes are gathered into runs.
-enum ByteAction : uint8_t { kCopy, kEnd, kLineFeed, kDrop, kQuote, kAmp, kLess, kGreater };
+enum ByteAction : uint8_t { kCopy, kEnd, kLineFeed, kDrop, kQuote, kAmp, kLess, kGreater, kControl };
 
 constexpr std::array<uint8_t, 256> MakeEscapeTable(bool attribute) {
     std::array<uint8_t, 256> table{};  // all kCopy: TAB, apostrophe and high bytes pass
+    // No XML 1.0 document can hold these, escaped or not.
+    for (int c = 0x01; c < 0x20; ++c) table[c] = kControl;
+    table['\t'] = kCopy;
     table['\0'] = kEnd;
     table['\n'] = kLineFeed;
     table['\r'] = kDrop;  // carriage returns never survive
@@ -36,6 +41,27 @@ constexpr std::array<uint8_t, 256> MakeEscapeTable(bool attribute) {
 
 constexpr std::array<uint8_t, 256> kTextTable = MakeEscapeTable(false);
 constexpr std::array<uint8_t, 256> kAttributeTable = MakeEscapeTable(true);
+
+constexpr char kCdataOpen[] = "<![CDATA[";
+constexpr size_t kCdataOpenLength = sizeof kCdataOpen - 1;
+
+// The length of the leading part of `text` that is written as it is.
+size_t PlainLength(const char* text, const std::array<uint8_t, 256>& table) {
+    const auto* at = reinterpret_cast<const unsigned char*>(text);
+    while (table[*at] == kCopy) ++at;
+    return static_cast<size_t>(at - reinterpret_cast<const unsigned char*>(text));
+}
+
+[[noreturn]] void ThrowControl(unsigned char c, const char* where, const std::string& name) {
+    if (name.empty()) throw CKvException(FormatString("Invalid character [0x%02X] in %s", c, where));
+    throw CKvException(FormatString("Invalid character [0x%02X] in %s [%s]", c, where, name.c_str()));
+}
+
+void CheckName(const std::string& name, const char* kind) {
+    if (!detail::IsXmlName(name)) {
+        throw CKvException(FormatString("The %s name [%s] is not a valid XML name", kind, name.c_str()));
+    }
+}
 
 constexpr char kTabs[] = "\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t";
 constexpr size_t kTabCount = sizeof kTabs - 1;
@@ -111,45 +137,104 @@ const std::string& CXmlTextWriter::ResolvePrefix(CXmlWriterContext& context, con
     return context.GetNamespaceMap().find(uri)->second;
 }
 
-void CXmlTextWriter::PadAndAppend(const char* text, bool isAttribute) {
-    if (!text) return;
+void CXmlTextWriter::EscapeInto(std::string& out, const char* text, bool isAttribute, const char* where,
+                                const std::string& name) const {
     const std::array<uint8_t, 256>& table = isAttribute ? kAttributeTable : kTextTable;
     const auto* at = reinterpret_cast<const unsigned char*>(text);
     for (;;) {
         const unsigned char* run = at;
         while (table[*at] == kCopy) ++at;
-        if (at != run) m_stream.Append(reinterpret_cast<const char*>(run), static_cast<size_t>(at - run));
+        if (at != run) out.append(reinterpret_cast<const char*>(run), static_cast<size_t>(at - run));
         switch (table[*at]) {
             case kEnd:
                 return;
             case kLineFeed:
                 if (isAttribute) {
-                    m_stream.Append("&#xA;", 5);
+                    out.append("&#xA;", 5);
                 } else if (m_eolType == EOL_CRLF) {
-                    m_stream.Append("\r\n", 2);
+                    out.append("\r\n", 2);
                 } else if (m_eolType == EOL_LF) {
-                    m_stream.Append('\n');
+                    out.push_back('\n');
                 } else {
                     throw CKvException("Invalid EOL type.");
                 }
                 break;
             case kQuote:
-                m_stream.Append("&quot;", 6);
+                out.append("&quot;", 6);
                 break;
             case kAmp:
-                m_stream.Append("&amp;", 5);
+                out.append("&amp;", 5);
                 break;
             case kLess:
-                m_stream.Append("&lt;", 4);
+                out.append("&lt;", 4);
                 break;
             case kGreater:
-                m_stream.Append("&gt;", 4);
+                out.append("&gt;", 4);
                 break;
+            case kControl:
+                ThrowControl(*at, where, name);
             default:  // kDrop
                 break;
         }
         ++at;
     }
+}
+
+CXmlTextWriter::Piece CXmlTextWriter::Escape(const char* text, bool isAttribute, const char* where,
+                                             const std::string& name) {
+    // Most values need no escaping: they are written straight from the
+    // caller's text. The others are escaped in full into the scratch text
+    // first, so a value that cannot be written leaves no part of it behind.
+    const size_t plain = PlainLength(text, isAttribute ? kAttributeTable : kTextTable);
+    if (text[plain] == '\0') return {text, plain};
+    m_scratch.assign(text, plain);
+    EscapeInto(m_scratch, text + plain, isAttribute, where, name);
+    return {m_scratch.data(), m_scratch.size()};
+}
+
+CXmlTextWriter::Piece CXmlTextWriter::EscapeWithSections(const std::string& text, const std::string& name) {
+    // Complete sections stay as they are (text read with its CDATA kept
+    // writes back unchanged); whatever lies outside them, an unterminated
+    // section included, is escaped so no value can close the element.
+    static const char* const where = "the text of the element";
+    const size_t length = std::char_traits<char>::length(text.c_str());
+    m_scratch.clear();
+    std::string outside;
+    size_t at = 0;
+    while (at < length) {
+        if (text.compare(at, kCdataOpenLength, kCdataOpen) == 0) {
+            const size_t close = text.find("]]>", at + kCdataOpenLength);
+            if (close != std::string::npos && close < length) {
+                const size_t end = close + 3;
+                for (size_t i = at; i < end; ++i) {
+                    const auto c = static_cast<unsigned char>(text[i]);
+                    if (kTextTable[c] == kControl) ThrowControl(c, where, name);
+                }
+                m_scratch.append(text, at, end - at);
+                at = end;
+                continue;
+            }
+        }
+        size_t next = text.find(kCdataOpen, at + 1);
+        if (next == std::string::npos || next > length) next = length;
+        outside.assign(text, at, next - at);
+        EscapeInto(m_scratch, outside.c_str(), false, where, name);
+        at = next;
+    }
+    return {m_scratch.data(), m_scratch.size()};
+}
+
+const std::string& CXmlTextWriter::CurrentElementName() const {
+    static const std::string none;
+    const CXmlWriterContext* context = GetCurrentContext();
+    return context ? context->GetLocalName() : none;
+}
+
+void CXmlTextWriter::PadAndAppend(const char* text, bool isAttribute) {
+    if (!text) return;
+    const Piece piece = Escape(text, isAttribute, isAttribute ? "an attribute of the element" : "the text of the element",
+                               CurrentElementName());
+    m_stream.Append(piece.text, piece.length);
 }
 
 void CXmlTextWriter::WriteStartDocument() {
@@ -179,8 +264,10 @@ void CXmlTextWriter::WriteHeaderDirective(const std::string& text) {
 }
 
 void CXmlTextWriter::WriteComment(const std::string& text) {
+    static const std::string none;
+    const Piece piece = Escape(text.c_str(), false, "a comment", none);
     m_stream.Append("<!--", 4);
-    PadAndAppend(text.c_str(), false);
+    m_stream.Append(piece.text, piece.length);
     m_stream.Append("-->", 3);
     AppendEol();
     FlushCheck();
@@ -218,6 +305,7 @@ void CXmlTextWriter::CloseParentElm() {
 }
 
 void CXmlTextWriter::WriteStartElement(const std::string& localName, const std::string& namespaceUri) {
+    CheckName(localName, "element");
     CloseParentElm();
     const bool isRoot = GetCurrentContext() == nullptr;
     CXmlWriterContext* context = PushContext(localName, namespaceUri);
@@ -261,15 +349,15 @@ void CXmlTextWriter::WriteStartElement(const std::string& localName, const std::
 void CXmlTextWriter::WriteString(const std::string& text, ItemType /*type*/) {
     if (text.empty()) return;
     CXmlWriterContext* context = GetCurrentContext();
+    const std::string& name = CurrentElementName();
+    const Piece piece = text.compare(0, kCdataOpenLength, kCdataOpen) == 0
+                            ? EscapeWithSections(text, name)
+                            : Escape(text.c_str(), false, "the text of the element", name);
     if (context && context->IsStartTagOpen()) {
         m_stream.Append('>');
         context->SetStartTagOpen(false);
     }
-    if (text.compare(0, 9, "<![CDATA[") == 0) {
-        m_stream.Append(text);
-    } else {
-        PadAndAppend(text.c_str(), false);
-    }
+    m_stream.Append(piece.text, piece.length);
     FlushCheck();
 }
 
@@ -297,6 +385,8 @@ void CXmlTextWriter::WriteEndElement() {
 void CXmlTextWriter::WriteAttributeString(const std::string& localName, const std::string& namespaceUri,
                                           const std::string& value, ItemType /*type*/) {
     CheckStartTagOpen();
+    CheckName(localName, "attribute");
+    const Piece piece = Escape(value.c_str(), true, "the attribute", localName);
     CXmlWriterContext& context = *GetCurrentContext();
     m_stream.Append(' ');
     if (!namespaceUri.empty()) {
@@ -315,7 +405,7 @@ void CXmlTextWriter::WriteAttributeString(const std::string& localName, const st
     }
     m_stream.Append(localName);
     m_stream.Append("=\"", 2);
-    PadAndAppend(value.c_str(), true);
+    m_stream.Append(piece.text, piece.length);
     m_stream.Append('"');
     FlushCheck();
 }

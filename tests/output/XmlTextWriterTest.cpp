@@ -123,7 +123,7 @@ TEST(XmlTextWriterEscape, TextAndAttributeModeRows) {
         {"say \"hi\"", "say \"hi\"", "say \"hi\"", "say &quot;hi&quot;"},
         {"a&b<c>d", "a&amp;b&lt;c&gt;d", "a&amp;b&lt;c&gt;d", "a&amp;b&lt;c&gt;d"},
         {"tab\there 'q'", "tab\there 'q'", "tab\there 'q'", "tab\there 'q'"},
-        {"\x01\x7F\x80\xE9\xFF", "\x01\x7F\x80\xE9\xFF", "\x01\x7F\x80\xE9\xFF", "\x01\x7F\x80\xE9\xFF"},
+        {"\x7F\x80\xE9\xFF", "\x7F\x80\xE9\xFF", "\x7F\x80\xE9\xFF", "\x7F\x80\xE9\xFF"},
         {"]]>", "]]&gt;", "]]&gt;", "]]&gt;"},
         {"", "", "", ""},
     };
@@ -149,11 +149,51 @@ TEST(XmlTextWriterEscape, ThroughElementsAttributesAndComments) {
     EXPECT_EQ(doc.Out(), "<!--a&lt;b\r\nc-->\r\n<r v=\"1 &lt; &quot;2&quot;&#xA;\">x &amp; y\r\nz</r>");
 }
 
-TEST(XmlTextWriterText, CdataPassesThroughUnescaped) {
-    Doc doc;
-    doc.Start("r").Text("<![CDATA[a<b & ]]>]]> tail <").End();
-    doc.Start("s").Text("<![CDATA").End();  // not a section start
-    EXPECT_EQ(doc.Out(), "<r><![CDATA[a<b & ]]>]]> tail <</r><s>&lt;![CDATA</s>");
+TEST(XmlTextWriterText, CompleteCdataSectionsPassTheRestIsEscaped) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"<![CDATA[a<b & ]]>", "<![CDATA[a<b & ]]>"},
+        {"<![CDATA[x<y]]>&]]>z", "<![CDATA[x<y]]>&amp;]]&gt;z"},
+        // A value closing its element and opening another stays text.
+        {"<![CDATA[x]]></price><price>0.01</price><![CDATA[",
+         "<![CDATA[x]]>&lt;/price&gt;&lt;price&gt;0.01&lt;/price&gt;&lt;![CDATA["},
+        {"<![CDATA[a]]>-<![CDATA[<b>]]>", "<![CDATA[a]]>-<![CDATA[<b>]]>"},
+        {"<![CDATA[open <", "&lt;![CDATA[open &lt;"},
+        {"<![CDATA", "&lt;![CDATA"},  // not a section start
+    };
+    for (const auto& [in, out] : cases) {
+        Doc doc;
+        doc.Start("r").Text(in).End();
+        EXPECT_EQ(doc.Out(), std::string("<r>") + out + "</r>") << in;
+    }
+}
+
+TEST(XmlTextWriterErrors, UnwritableCharactersAndNamesThrowBeforeWriting) {
+    const struct {
+        void (*write)(Doc&);
+        const char* message;
+    } cases[] = {
+        {[](Doc& d) { d.Text("a&b\x01"); }, "Invalid character [0x01] in the text of the element [r]"},
+        {[](Doc& d) { d.Text("<![CDATA[\x0B]]>"); }, "Invalid character [0x0B] in the text of the element [r]"},
+        {[](Doc& d) { d.Text("<![CDATA[]]><\x1F"); }, "Invalid character [0x1F] in the text of the element [r]"},
+        {[](Doc& d) { d.Attr("code", "urn:a", "<\x0C"); }, "Invalid character [0x0C] in the attribute [code]"},
+        {[](Doc& d) { d.writer.WriteComment("\x08"); }, "Invalid character [0x08] in a comment"},
+        {[](Doc& d) { d.Start("a b"); }, "The element name [a b] is not a valid XML name"},
+        {[](Doc& d) { d.Start("a><x"); }, "The element name [a><x] is not a valid XML name"},
+        {[](Doc& d) { d.Start("1a"); }, "The element name [1a] is not a valid XML name"},
+        {[](Doc& d) { d.Start(""); }, "The element name [] is not a valid XML name"},
+        {[](Doc& d) { d.Attr("x=\"1\" y", "", "v"); }, "The attribute name [x=\"1\" y] is not a valid XML name"},
+        {[](Doc& d) { d.Attr("", "", "v"); }, "The attribute name [] is not a valid XML name"},
+    };
+    for (const auto& c : cases) {
+        Doc doc;
+        doc.Start("r");
+        const std::string before = doc.Out();
+        EXPECT_KV_THROW(c.write(doc), CKvException, c.message);
+        EXPECT_EQ(doc.Out(), before) << c.message;
+    }
+    Doc fine;  // what does pass: TAB, LF, CR, DEL, high bytes, names of all kinds
+    fine.Start("_a-1.b").Attr("x\xE9:y", "", "\t\x7F").Text("\t\r\n\xFF").End();
+    EXPECT_EQ(fine.Out(), "<_a-1.b x\xE9:y=\"\t\x7F\">\t\n\xFF</_a-1.b>");
 }
 
 TEST(XmlTextWriterText, EmptyElementForms) {

@@ -51,8 +51,11 @@ public:
     void WritePI(const std::string& text) override;
     void WriteInlineSchema(const std::string& text) override;
     void WriteStartElement(const std::string& localName, const std::string& namespaceUri) override;
-    /// Empty text writes nothing; text starting with "<![CDATA[" is written
-    /// unescaped.
+    /// Empty text writes nothing. In text starting with "<![CDATA[" the
+    /// complete CDATA sections are written as they are and the rest is
+    /// escaped. Control characters other than TAB, LF and CR throw
+    /// CKvException before any of the text is written (here, in attribute
+    /// values and in comments); so do names that are not XML names.
     void WriteString(const std::string& text, ItemType type) override;
     void WriteEndElement() override;
     /// The three attribute operations throw CKvException "Attributes must be
@@ -64,6 +67,17 @@ public:
     void WriteAttributeNil() override;
 
 private:
+    /// Escaped text ready to append: the caller's own characters or the
+    /// scratch text.
+    struct Piece {
+        const char* text;
+        size_t length;
+    };
+    Piece Escape(const char* text, bool isAttribute, const char* where, const std::string& name);
+    Piece EscapeWithSections(const std::string& text, const std::string& name);
+    void EscapeInto(std::string& out, const char* text, bool isAttribute, const char* where,
+                    const std::string& name) const;
+    const std::string& CurrentElementName() const;
     void FlushCheck();
     void AppendEol() { m_stream.Append(m_eol); }
     void AppendIndent(uint32_t depth);
@@ -77,6 +91,7 @@ private:
     EOLType m_eolType;
     bool m_format;
     CTextStream& m_stream;
+    std::string m_scratch;  // reused for values that need escaping
 };
 
 }  // namespace KvXmlLib10
