@@ -132,9 +132,7 @@ const std::string& CXmlTextWriter::ResolvePrefix(CXmlWriterContext& context, con
         return found->second;
     }
     invented = true;
-    context.SetNamespaceMapValue(uri, GetUniquePrefix(scope));
-    // The map may be a fresh copy now; its nodes stay put from here on.
-    return context.GetNamespaceMap().find(uri)->second;
+    return context.InventPrefix(uri);
 }
 
 void CXmlTextWriter::EscapeInto(std::string& out, const char* text, bool isAttribute, const char* where,
