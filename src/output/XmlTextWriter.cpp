@@ -45,13 +45,6 @@ constexpr std::array<uint8_t, 256> kAttributeTable = MakeEscapeTable(true);
 constexpr char kCdataOpen[] = "<![CDATA[";
 constexpr size_t kCdataOpenLength = sizeof kCdataOpen - 1;
 
-// The length of the leading part of `text` that is written as it is.
-size_t PlainLength(const char* text, const std::array<uint8_t, 256>& table) {
-    const auto* at = reinterpret_cast<const unsigned char*>(text);
-    while (table[*at] == kCopy) ++at;
-    return static_cast<size_t>(at - reinterpret_cast<const unsigned char*>(text));
-}
-
 [[noreturn]] void ThrowControl(unsigned char c, const char* where, const std::string& name) {
     if (name.empty()) throw CKvException(FormatString("Invalid character [0x%02X] in %s", c, where));
     throw CKvException(FormatString("Invalid character [0x%02X] in %s [%s]", c, where, name.c_str()));
@@ -60,6 +53,55 @@ size_t PlainLength(const char* text, const std::array<uint8_t, 256>& table) {
 void CheckName(const std::string& name, const char* kind) {
     if (!detail::IsXmlName(name)) {
         throw CKvException(FormatString("The %s name [%s] is not a valid XML name", kind, name.c_str()));
+    }
+}
+
+void Put(std::string& out, const char* text, size_t length) { out.append(text, length); }
+void Put(CTextStream& out, const char* text, size_t length) { out.Append(text, length); }
+
+// Appends the text up to its NUL escaped for element content or, with
+// isAttribute, for a double-quoted attribute value.
+template <typename Out>
+void EscapeInto(Out& out, const char* text, bool isAttribute, EOLType eolType, const char* where,
+                const std::string& name) {
+    const std::array<uint8_t, 256>& table = isAttribute ? kAttributeTable : kTextTable;
+    const auto* at = reinterpret_cast<const unsigned char*>(text);
+    for (;;) {
+        const unsigned char* run = at;
+        while (table[*at] == kCopy) ++at;
+        if (at != run) Put(out, reinterpret_cast<const char*>(run), static_cast<size_t>(at - run));
+        switch (table[*at]) {
+            case kEnd:
+                return;
+            case kLineFeed:
+                if (isAttribute) {
+                    Put(out, "&#xA;", 5);
+                } else if (eolType == EOL_CRLF) {
+                    Put(out, "\r\n", 2);
+                } else if (eolType == EOL_LF) {
+                    Put(out, "\n", 1);
+                } else {
+                    throw CKvException("Invalid EOL type.");
+                }
+                break;
+            case kQuote:
+                Put(out, "&quot;", 6);
+                break;
+            case kAmp:
+                Put(out, "&amp;", 5);
+                break;
+            case kLess:
+                Put(out, "&lt;", 4);
+                break;
+            case kGreater:
+                Put(out, "&gt;", 4);
+                break;
+            case kControl:
+                ThrowControl(*at, where, name);
+            default:  // kDrop
+                break;
+        }
+        ++at;
     }
 }
 
@@ -135,62 +177,20 @@ const std::string& CXmlTextWriter::ResolvePrefix(CXmlWriterContext& context, con
     return context.InventPrefix(uri);
 }
 
-void CXmlTextWriter::EscapeInto(std::string& out, const char* text, bool isAttribute, const char* where,
-                                const std::string& name) const {
-    const std::array<uint8_t, 256>& table = isAttribute ? kAttributeTable : kTextTable;
-    const auto* at = reinterpret_cast<const unsigned char*>(text);
-    for (;;) {
-        const unsigned char* run = at;
-        while (table[*at] == kCopy) ++at;
-        if (at != run) out.append(reinterpret_cast<const char*>(run), static_cast<size_t>(at - run));
-        switch (table[*at]) {
-            case kEnd:
-                return;
-            case kLineFeed:
-                if (isAttribute) {
-                    out.append("&#xA;", 5);
-                } else if (m_eolType == EOL_CRLF) {
-                    out.append("\r\n", 2);
-                } else if (m_eolType == EOL_LF) {
-                    out.push_back('\n');
-                } else {
-                    throw CKvException("Invalid EOL type.");
-                }
-                break;
-            case kQuote:
-                out.append("&quot;", 6);
-                break;
-            case kAmp:
-                out.append("&amp;", 5);
-                break;
-            case kLess:
-                out.append("&lt;", 4);
-                break;
-            case kGreater:
-                out.append("&gt;", 4);
-                break;
-            case kControl:
-                ThrowControl(*at, where, name);
-            default:  // kDrop
-                break;
-        }
-        ++at;
+void CXmlTextWriter::AppendEscaped(const char* text, bool isAttribute, size_t mark, const char* where,
+                                   const std::string& name) {
+    // Escaped straight into the stream in one pass; a byte no XML text may
+    // hold takes back everything written since `mark`, so a value that
+    // cannot be written leaves no part of it behind.
+    try {
+        EscapeInto(m_stream, text, isAttribute, m_eolType, where, name);
+    } catch (...) {
+        m_stream.Truncate(mark);
+        throw;
     }
 }
 
-CXmlTextWriter::Piece CXmlTextWriter::Escape(const char* text, bool isAttribute, const char* where,
-                                             const std::string& name) {
-    // Most values need no escaping: they are written straight from the
-    // caller's text. The others are escaped in full into the scratch text
-    // first, so a value that cannot be written leaves no part of it behind.
-    const size_t plain = PlainLength(text, isAttribute ? kAttributeTable : kTextTable);
-    if (text[plain] == '\0') return {text, plain};
-    m_scratch.assign(text, plain);
-    EscapeInto(m_scratch, text + plain, isAttribute, where, name);
-    return {m_scratch.data(), m_scratch.size()};
-}
-
-CXmlTextWriter::Piece CXmlTextWriter::EscapeWithSections(const std::string& text, const std::string& name) {
+void CXmlTextWriter::EscapeWithSections(const std::string& text, const std::string& name) {
     // Complete sections stay as they are (text read with its CDATA kept
     // writes back unchanged); whatever lies outside them, an unterminated
     // section included, is escaped so no value can close the element.
@@ -216,10 +216,9 @@ CXmlTextWriter::Piece CXmlTextWriter::EscapeWithSections(const std::string& text
         size_t next = text.find(kCdataOpen, at + 1);
         if (next == std::string::npos || next > length) next = length;
         outside.assign(text, at, next - at);
-        EscapeInto(m_scratch, outside.c_str(), false, where, name);
+        EscapeInto(m_scratch, outside.c_str(), false, m_eolType, where, name);
         at = next;
     }
-    return {m_scratch.data(), m_scratch.size()};
 }
 
 const std::string& CXmlTextWriter::CurrentElementName() const {
@@ -230,9 +229,8 @@ const std::string& CXmlTextWriter::CurrentElementName() const {
 
 void CXmlTextWriter::PadAndAppend(const char* text, bool isAttribute) {
     if (!text) return;
-    const Piece piece = Escape(text, isAttribute, isAttribute ? "an attribute of the element" : "the text of the element",
-                               CurrentElementName());
-    m_stream.Append(piece.text, piece.length);
+    AppendEscaped(text, isAttribute, m_stream.GetLength(),
+                  isAttribute ? "an attribute of the element" : "the text of the element", CurrentElementName());
 }
 
 void CXmlTextWriter::WriteStartDocument() {
@@ -263,9 +261,9 @@ void CXmlTextWriter::WriteHeaderDirective(const std::string& text) {
 
 void CXmlTextWriter::WriteComment(const std::string& text) {
     static const std::string none;
-    const Piece piece = Escape(text.c_str(), false, "a comment", none);
+    const size_t mark = m_stream.GetLength();
     m_stream.Append("<!--", 4);
-    m_stream.Append(piece.text, piece.length);
+    AppendEscaped(text.c_str(), false, mark, "a comment", none);
     m_stream.Append("-->", 3);
     AppendEol();
     FlushCheck();
@@ -348,14 +346,17 @@ void CXmlTextWriter::WriteString(const std::string& text, ItemType /*type*/) {
     if (text.empty()) return;
     CXmlWriterContext* context = GetCurrentContext();
     const std::string& name = CurrentElementName();
-    const Piece piece = text.compare(0, kCdataOpenLength, kCdataOpen) == 0
-                            ? EscapeWithSections(text, name)
-                            : Escape(text.c_str(), false, "the text of the element", name);
-    if (context && context->IsStartTagOpen()) {
-        m_stream.Append('>');
-        context->SetStartTagOpen(false);
+    const bool sections = text.compare(0, kCdataOpenLength, kCdataOpen) == 0;
+    if (sections) EscapeWithSections(text, name);
+    const size_t mark = m_stream.GetLength();
+    const bool closesTag = context && context->IsStartTagOpen();
+    if (closesTag) m_stream.Append('>');
+    if (sections) {
+        m_stream.Append(m_scratch);
+    } else {
+        AppendEscaped(text.c_str(), false, mark, "the text of the element", name);
     }
-    m_stream.Append(piece.text, piece.length);
+    if (closesTag) context->SetStartTagOpen(false);
     FlushCheck();
 }
 
@@ -384,7 +385,7 @@ void CXmlTextWriter::WriteAttributeString(const std::string& localName, const st
                                           const std::string& value, ItemType /*type*/) {
     CheckStartTagOpen();
     CheckName(localName, "attribute");
-    const Piece piece = Escape(value.c_str(), true, "the attribute", localName);
+    const size_t mark = m_stream.GetLength();
     CXmlWriterContext& context = *GetCurrentContext();
     m_stream.Append(' ');
     if (!namespaceUri.empty()) {
@@ -403,7 +404,7 @@ void CXmlTextWriter::WriteAttributeString(const std::string& localName, const st
     }
     m_stream.Append(localName);
     m_stream.Append("=\"", 2);
-    m_stream.Append(piece.text, piece.length);
+    AppendEscaped(value.c_str(), true, mark, "the attribute", localName);
     m_stream.Append('"');
     FlushCheck();
 }

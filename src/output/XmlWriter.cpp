@@ -71,6 +71,7 @@ CXmlWriter::CXmlWriterContext::CXmlWriterContext(const std::string& localName,
       m_ownsMap(true),
       m_scope(this),
       m_mapOwner(this),
+      m_prefixUse(new std::unordered_map<std::string, uint32_t>),
       m_lowestFreePrefix(0) {
     for (const auto& entry : *m_namespaceMap) CountPrefix(entry.second);
 }
@@ -91,7 +92,10 @@ CXmlWriter::CXmlWriterContext::CXmlWriterContext(const std::string& localName,
       m_scope(parent ? parent->m_scope : this),
       m_mapOwner(parent ? parent->m_mapOwner : this),
       m_lowestFreePrefix(0) {
-    if (!parent) m_namespaceMap.reset(new NamespaceMap);
+    if (!parent) {
+        m_namespaceMap.reset(new NamespaceMap);
+        m_prefixUse.reset(new std::unordered_map<std::string, uint32_t>);
+    }
 }
 
 CXmlWriter::CXmlWriterContext::~CXmlWriterContext() {
@@ -108,7 +112,7 @@ CXmlWriter::CXmlWriterContext::~CXmlWriterContext() {
 }
 
 void CXmlWriter::CXmlWriterContext::UndoScopeChanges() {
-    if (m_mapOwner == this) return;
+    if (m_shadowed.empty()) return;
     NamespaceMap& map = *m_mapOwner->m_namespaceMap;
     for (auto change = m_shadowed.rbegin(); change != m_shadowed.rend(); ++change) {
         auto found = map.find(change->first);
@@ -124,12 +128,12 @@ void CXmlWriter::CXmlWriterContext::UndoScopeChanges() {
     m_shadowed.clear();
 }
 
-void CXmlWriter::CXmlWriterContext::CountPrefix(const std::string& prefix) { ++m_prefixUse[prefix]; }
+void CXmlWriter::CXmlWriterContext::CountPrefix(const std::string& prefix) { ++(*m_prefixUse)[prefix]; }
 
 void CXmlWriter::CXmlWriterContext::UncountPrefix(const std::string& prefix) {
-    auto found = m_prefixUse.find(prefix);
-    if (found == m_prefixUse.end() || --found->second != 0) return;
-    m_prefixUse.erase(found);
+    auto found = m_prefixUse->find(prefix);
+    if (found == m_prefixUse->end() || --found->second != 0) return;
+    m_prefixUse->erase(found);
     const int64_t n = InventedNumber(prefix);
     if (n >= 0 && n < m_lowestFreePrefix) m_lowestFreePrefix = n;
 }
@@ -168,7 +172,7 @@ const std::string& CXmlWriter::CXmlWriterContext::InventPrefix(const std::string
     CXmlWriterContext& owner = *m_mapOwner;
     int64_t n = owner.m_lowestFreePrefix;
     std::string candidate = InventedPrefix(n);
-    while (owner.m_prefixUse.count(candidate) != 0) candidate = InventedPrefix(++n);
+    while (owner.m_prefixUse->count(candidate) != 0) candidate = InventedPrefix(++n);
     owner.m_lowestFreePrefix = n;  // every number below is taken
     SetNamespaceMapValue(uri, candidate);
     return owner.m_namespaceMap->find(uri)->second;

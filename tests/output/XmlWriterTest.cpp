@@ -136,7 +136,9 @@ TEST(XmlWriterContext, InventedPrefixesFollowTheScope) {
         const bool check = i % 499 == 0;
         const std::string expected = check ? CXmlWriter::GetUniquePrefix(writer.Current()->GetNamespaceMap()) : "";
         const std::string& invented = writer.Current()->InventPrefix("urn:" + std::to_string(i));
-        if (check) ASSERT_EQ(invented, expected) << i;
+        if (check) {
+            ASSERT_EQ(invented, expected) << i;
+        }
     }
     EXPECT_EQ(writer.Current()->GetNamespaceMapValue("urn:6998"), "NF1");  // numbered once AA..\xFFZ are taken
     EXPECT_EQ(writer.Current()->GetNamespaceMapValue("urn:6999"), "NG1");

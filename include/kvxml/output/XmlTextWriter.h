@@ -67,16 +67,13 @@ public:
     void WriteAttributeNil() override;
 
 private:
-    /// Escaped text ready to append: the caller's own characters or the
-    /// scratch text.
-    struct Piece {
-        const char* text;
-        size_t length;
-    };
-    Piece Escape(const char* text, bool isAttribute, const char* where, const std::string& name);
-    Piece EscapeWithSections(const std::string& text, const std::string& name);
-    void EscapeInto(std::string& out, const char* text, bool isAttribute, const char* where,
-                    const std::string& name) const;
+    /// Appends the text (up to its NUL) escaped; on failure takes the
+    /// stream back to `mark`.
+    void AppendEscaped(const char* text, bool isAttribute, size_t mark, const char* where,
+                       const std::string& name);
+    /// Escapes the text into the scratch text, keeping its complete CDATA
+    /// sections.
+    void EscapeWithSections(const std::string& text, const std::string& name);
     const std::string& CurrentElementName() const;
     void FlushCheck();
     void AppendEol() { m_stream.Append(m_eol); }
@@ -91,7 +88,7 @@ private:
     EOLType m_eolType;
     bool m_format;
     CTextStream& m_stream;
-    std::string m_scratch;  // reused for values that need escaping
+    std::string m_scratch;  // reused for texts with CDATA sections
 };
 
 }  // namespace KvXmlLib10

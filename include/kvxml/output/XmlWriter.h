@@ -114,7 +114,7 @@ public:
         std::vector<std::pair<std::string, std::optional<std::string>>> m_shadowed;
         // Owner only: how many URIs each prefix is bound to, and a number
         // below which every invented prefix is taken.
-        std::unordered_map<std::string, uint32_t> m_prefixUse;
+        std::unique_ptr<std::unordered_map<std::string, uint32_t>> m_prefixUse;
         int64_t m_lowestFreePrefix;
     };
 
