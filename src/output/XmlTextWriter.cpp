@@ -60,10 +60,10 @@ void Put(std::string& out, const char* text, size_t length) { out.append(text, l
 void Put(CTextStream& out, const char* text, size_t length) { out.Append(text, length); }
 
 // Appends the text up to its NUL escaped for element content or, with
-// isAttribute, for a double-quoted attribute value.
+// isAttribute, for a double-quoted attribute value. Stops at a byte no XML
+// text may hold and returns it; 0 when the whole text was written.
 template <typename Out>
-void EscapeInto(Out& out, const char* text, bool isAttribute, EOLType eolType, const char* where,
-                const std::string& name) {
+unsigned char EscapeInto(Out& out, const char* text, bool isAttribute, EOLType eolType) {
     const std::array<uint8_t, 256>& table = isAttribute ? kAttributeTable : kTextTable;
     const auto* at = reinterpret_cast<const unsigned char*>(text);
     for (;;) {
@@ -72,7 +72,7 @@ void EscapeInto(Out& out, const char* text, bool isAttribute, EOLType eolType, c
         if (at != run) Put(out, reinterpret_cast<const char*>(run), static_cast<size_t>(at - run));
         switch (table[*at]) {
             case kEnd:
-                return;
+                return 0;
             case kLineFeed:
                 if (isAttribute) {
                     Put(out, "&#xA;", 5);
@@ -97,7 +97,7 @@ void EscapeInto(Out& out, const char* text, bool isAttribute, EOLType eolType, c
                 Put(out, "&gt;", 4);
                 break;
             case kControl:
-                ThrowControl(*at, where, name);
+                return *at;
             default:  // kDrop
                 break;
         }
@@ -182,11 +182,10 @@ void CXmlTextWriter::AppendEscaped(const char* text, bool isAttribute, size_t ma
     // Escaped straight into the stream in one pass; a byte no XML text may
     // hold takes back everything written since `mark`, so a value that
     // cannot be written leaves no part of it behind.
-    try {
-        EscapeInto(m_stream, text, isAttribute, m_eolType, where, name);
-    } catch (...) {
+    const unsigned char bad = EscapeInto(m_stream, text, isAttribute, m_eolType);
+    if (bad != 0) {
         m_stream.Truncate(mark);
-        throw;
+        ThrowControl(bad, where, name);
     }
 }
 
@@ -216,7 +215,8 @@ void CXmlTextWriter::EscapeWithSections(const std::string& text, const std::stri
         size_t next = text.find(kCdataOpen, at + 1);
         if (next == std::string::npos || next > length) next = length;
         outside.assign(text, at, next - at);
-        EscapeInto(m_scratch, outside.c_str(), false, m_eolType, where, name);
+        const unsigned char bad = EscapeInto(m_scratch, outside.c_str(), false, m_eolType);
+        if (bad != 0) ThrowControl(bad, where, name);
         at = next;
     }
 }
