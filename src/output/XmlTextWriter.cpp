@@ -7,6 +7,7 @@
 
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
+#include "output/detail/NamespaceDecisions.h"
 #include "output/detail/XmlNames.h"
 
 namespace KvXmlLib10 {
@@ -48,12 +49,6 @@ constexpr size_t kCdataOpenLength = sizeof kCdataOpen - 1;
 [[noreturn]] void ThrowControl(unsigned char c, const char* where, const std::string& name) {
     if (name.empty()) throw CKvException(FormatString("Invalid character [0x%02X] in %s", c, where));
     throw CKvException(FormatString("Invalid character [0x%02X] in %s [%s]", c, where, name.c_str()));
-}
-
-void CheckName(const std::string& name, const char* kind) {
-    if (!detail::IsXmlName(name)) {
-        throw CKvException(FormatString("The %s name [%s] is not a valid XML name", kind, name.c_str()));
-    }
 }
 
 void Put(std::string& out, const char* text, size_t length) { out.append(text, length); }
@@ -163,18 +158,6 @@ void CXmlTextWriter::CheckStartTagOpen() const {
     if (!context || !context->IsStartTagOpen()) {
         throw CKvException("Attributes must be added before elements");
     }
-}
-
-const std::string& CXmlTextWriter::ResolvePrefix(CXmlWriterContext& context, const std::string& uri,
-                                                 bool& invented) {
-    NamespaceMap& scope = context.GetNamespaceMap();
-    auto found = scope.find(uri);
-    if (found != scope.end()) {
-        invented = false;
-        return found->second;
-    }
-    invented = true;
-    return context.InventPrefix(uri);
 }
 
 void CXmlTextWriter::AppendEscaped(const char* text, bool isAttribute, size_t mark, const char* where,
@@ -300,45 +283,34 @@ void CXmlTextWriter::CloseParentElm() {
     }
 }
 
+void CXmlTextWriter::AppendDeclaration(const std::string& prefix, const std::string& uri) {
+    if (prefix.empty()) {
+        m_stream.Append(" xmlns=\"", 8);
+    } else {
+        m_stream.Append(" xmlns:", 7);
+        m_stream.Append(prefix);
+        m_stream.Append("=\"", 2);
+    }
+    m_stream.Append(uri);  // namespace names are written unescaped
+    m_stream.Append('"');
+}
+
 void CXmlTextWriter::WriteStartElement(const std::string& localName, const std::string& namespaceUri) {
-    CheckName(localName, "element");
+    detail::CheckXmlName(localName, "element");
     CloseParentElm();
     const bool isRoot = GetCurrentContext() == nullptr;
     CXmlWriterContext* context = PushContext(localName, namespaceUri);
     if (m_format) AppendIndent(context->GetDepth());
     m_stream.Append('<');
-    if (namespaceUri.empty() || namespaceUri == context->GetDefaultNamespace()) {
-        m_stream.Append(localName);
-    } else {
-        bool invented = false;
-        const std::string& prefix = ResolvePrefix(*context, namespaceUri, invented);
-        m_stream.Append(prefix);
+    const detail::ElementStart start = detail::NamespaceDecisions::StartElement(*context, GetUndeclareDefaultNamespace());
+    if (start.prefix) {
+        m_stream.Append(*start.prefix);
         m_stream.Append(':');
-        m_stream.Append(localName);
-        if (invented) {
-            m_stream.Append(" xmlns:", 7);
-            m_stream.Append(prefix);
-            m_stream.Append("=\"", 2);
-            m_stream.Append(namespaceUri);
-            m_stream.Append('"');
-        }
     }
-    if (isRoot) {
-        const std::string& defaultNamespace = GetDocumentDefaultNamespace();
-        if (!defaultNamespace.empty()) {
-            m_stream.Append(" xmlns=\"", 8);
-            m_stream.Append(defaultNamespace);
-            m_stream.Append('"');
-        }
-        for (const auto& entry : GetPendingNamespaces()) {
-            if (entry.first == XML_NAMESPACE) continue;
-            m_stream.Append(" xmlns:", 7);
-            m_stream.Append(entry.second);
-            m_stream.Append("=\"", 2);
-            m_stream.Append(entry.first);
-            m_stream.Append('"');
-        }
-    }
+    m_stream.Append(localName);
+    detail::NamespaceDecisions::Declarations(
+        *context, start, isRoot ? &GetDocumentDefaultNamespace() : nullptr, isRoot ? &GetPendingNamespaces() : nullptr,
+        [this](const std::string& prefix, const std::string& uri) { AppendDeclaration(prefix, uri); });
     FlushCheck();
 }
 
@@ -368,9 +340,8 @@ void CXmlTextWriter::WriteEndElement() {
     } else {
         if (m_format && context->GetChildCount() != 0) AppendIndent(context->GetDepth());
         m_stream.Append("</", 2);
-        const std::string& uri = context->GetNamespaceUri();
-        if (!uri.empty() && uri != context->GetDefaultNamespace()) {
-            m_stream.Append(context->GetNamespaceMapValue(uri));
+        if (const std::string* prefix = detail::NamespaceDecisions::EndElement(*context)) {
+            m_stream.Append(*prefix);
             m_stream.Append(':');
         }
         m_stream.Append(context->GetLocalName());
@@ -384,22 +355,16 @@ void CXmlTextWriter::WriteEndElement() {
 void CXmlTextWriter::WriteAttributeString(const std::string& localName, const std::string& namespaceUri,
                                           const std::string& value, ItemType /*type*/) {
     CheckStartTagOpen();
-    CheckName(localName, "attribute");
+    detail::CheckXmlName(localName, "attribute");
     const size_t mark = m_stream.GetLength();
-    CXmlWriterContext& context = *GetCurrentContext();
+    const detail::ResolvedPrefix resolved = detail::NamespaceDecisions::Attribute(*GetCurrentContext(), namespaceUri);
+    if (resolved.declare) {
+        // The declaration precedes the attribute inside the same tag.
+        AppendDeclaration(*resolved.prefix, namespaceUri);
+    }
     m_stream.Append(' ');
-    if (!namespaceUri.empty()) {
-        // Attributes never take the default namespace: always a prefix.
-        bool invented = false;
-        const std::string& prefix = ResolvePrefix(context, namespaceUri, invented);
-        if (invented) {
-            m_stream.Append("xmlns:", 6);
-            m_stream.Append(prefix);
-            m_stream.Append("=\"", 2);
-            m_stream.Append(namespaceUri);
-            m_stream.Append("\" ", 2);
-        }
-        m_stream.Append(prefix);
+    if (resolved.prefix) {
+        m_stream.Append(*resolved.prefix);
         m_stream.Append(':');
     }
     m_stream.Append(localName);
@@ -412,21 +377,16 @@ void CXmlTextWriter::WriteAttributeString(const std::string& localName, const st
 void CXmlTextWriter::WriteAttributeType(const std::string& typeNamespaceUri,
                                         const std::string& typeLocalName, ItemType type) {
     CheckStartTagOpen();
-    CXmlWriterContext& context = *GetCurrentContext();
     std::string value;
-    if (!typeNamespaceUri.empty() && typeNamespaceUri != context.GetDefaultNamespace()) {
-        bool invented = false;
-        const std::string& prefix = ResolvePrefix(context, typeNamespaceUri, invented);
-        if (invented) {
-            // Leading and trailing space: the attribute adds its own, so two.
-            m_stream.Append(" xmlns:", 7);
-            m_stream.Append(prefix);
-            m_stream.Append("=\"", 2);
-            m_stream.Append(typeNamespaceUri);
-            m_stream.Append("\" ", 2);
+    const detail::ResolvedPrefix resolved =
+        detail::NamespaceDecisions::TypeValue(*GetCurrentContext(), typeNamespaceUri);
+    if (resolved.prefix) {
+        if (resolved.declare) {
+            AppendDeclaration(*resolved.prefix, typeNamespaceUri);
+            m_stream.Append(' ');  // the attribute adds its own space, so two
         }
-        value.reserve(prefix.size() + 1 + typeLocalName.size());
-        value.append(prefix).append(1, ':').append(typeLocalName);
+        value.reserve(resolved.prefix->size() + 1 + typeLocalName.size());
+        value.append(*resolved.prefix).append(1, ':').append(typeLocalName);
     } else {
         value = typeLocalName;
     }

@@ -196,7 +196,7 @@ std::string& CXmlWriter::CXmlWriterContext::GetNamespaceMapValue(const char* uri
 // CXmlWriter
 
 CXmlWriter::CXmlWriter(const char* className)
-    : CInstanceMonitor(className), m_currentContext(nullptr) {
+    : CInstanceMonitor(className), m_currentContext(nullptr), m_undeclareDefault(false) {
     AddNamespace("xml", XML_NAMESPACE);
 }
 

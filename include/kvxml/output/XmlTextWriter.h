@@ -79,10 +79,8 @@ private:
     void AppendEol() { m_stream.Append(m_eol); }
     void AppendIndent(uint32_t depth);
     void CheckStartTagOpen() const;
-    /// The prefix of uri in the context's scope; binds an invented one
-    /// (and sets `invented`) when there is none.
-    const std::string& ResolvePrefix(CXmlWriterContext& context, const std::string& uri,
-                                     bool& invented);
+    /// " xmlns:prefix=\"uri\"", or " xmlns=\"uri\"" for prefix "".
+    void AppendDeclaration(const std::string& prefix, const std::string& uri);
 
     std::string m_eol;
     EOLType m_eolType;

@@ -148,6 +148,13 @@ public:
                                     const std::string& typeLocalName, ItemType type) = 0;
     virtual void WriteAttributeNil() = 0;
 
+    /// Off (the default): an element without a namespace inside a
+    /// non-empty default namespace is written unprefixed and without
+    /// xmlns="", so a reader takes it to be in the default namespace. On:
+    /// such an element undeclares the default namespace (xmlns="").
+    void SetUndeclareDefaultNamespace(bool undeclare) { m_undeclareDefault = undeclare; }
+    bool GetUndeclareDefaultNamespace() const { return m_undeclareDefault; }
+
     /// The invented prefix number n: two characters, 'A' + n / 26 then
     /// 'A' + n % 26 ("AA", "AB", ... "ZZ", then past 'Z').
     static std::string NsIntToString(int32_t n);
@@ -168,6 +175,7 @@ private:
     std::string m_defaultNamespace;
     CXmlWriterContext* m_currentContext;
     NamespaceMap m_pendingNamespaces;
+    bool m_undeclareDefault;
 };
 
 }  // namespace KvXmlLib10

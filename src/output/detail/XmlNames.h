@@ -5,6 +5,9 @@
 #include <cstdint>
 #include <string>
 
+#include "kvxml/foundation/FormatString.h"
+#include "kvxml/foundation/KvException.h"
+
 namespace KvXmlLib10 {
 namespace detail {
 
@@ -36,6 +39,14 @@ inline bool IsXmlName(const std::string& name) {
         if (kNameTable[static_cast<unsigned char>(c)] == kNotName) return false;
     }
     return true;
+}
+
+/// Throws CKvException unless `name` is an XML name; `kind` is "element" or
+/// "attribute".
+inline void CheckXmlName(const std::string& name, const char* kind) {
+    if (!IsXmlName(name)) {
+        throw CKvException(FormatString("The %s name [%s] is not a valid XML name", kind, name.c_str()));
+    }
 }
 
 }  // namespace detail
