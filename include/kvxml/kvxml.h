@@ -47,6 +47,7 @@
 #include "kvxml/metadata/ElementInfo.h"
 #include "kvxml/metadata/ElementInfoPrimitive.h"
 #include "kvxml/metadata/ElementInfoEnumeration.h"
+#include "kvxml/metadata/ElementInfoClass.h"
 #include "kvxml/metadata/AttributeInfo.h"
 
 #include "kvxml/dom/XmlAttribute.h"

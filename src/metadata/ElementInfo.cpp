@@ -15,6 +15,17 @@
 
 namespace KvXmlLib10Data {
 
+using KvXmlLib10::CPrimitiveRestrictions;
+using KvXmlLib10::CWhitespaceUtils;
+using KvXmlLib10::CXmlAttribute;
+using KvXmlLib10::CXmlElement;
+using KvXmlLib10::CXmlGeneratedClass;
+using KvXmlLib10::CXmlObjectBase;
+using KvXmlLib10::CXmlSerializationContext;
+using KvXmlLib10::CXmlWriter;
+using KvXmlLib10::ItemType;
+using KvXmlLib10::KvVariant;
+
 using KvXmlLib10::CKvException;
 
 namespace {
