@@ -7,6 +7,7 @@
 #include <typeinfo>
 
 #include "kvxml/foundation/KvException.h"
+#include "kvxml/metadata/ElementInfoClass.h"
 #include "metadata/GeneratedTestClasses.h"
 
 namespace kvenginetest {
@@ -97,16 +98,16 @@ struct GroupSchema : NoNamespaces {
 };
 using CGroup = CTestClass<GroupSchema>;
 
-inline CXmlObjectBase* NewPerson() { return new CPerson; }
-inline CXmlObjectBase* NewGroup() { return new CGroup; }
+inline kv::CSmartPtr<CXmlObjectBase> NewPerson(int32_t, const char*) { return new CPerson; }
+inline kv::CSmartPtr<CXmlObjectBase> NewGroup(int32_t, const char*) { return new CGroup; }
 
 /// <Outer><Person/><g/><tail/></Outer>: a nested class, a pseudo element and an i4.
 struct OuterSchema : NoNamespaces {
     static constexpr const char* kElementName = "Outer";
     static void Build(Metadata& meta) {
         meta = {Parent(kvd::GroupType_Sequence, "Outer"),
-                MakeArray<CElementInfo>({new CTestChildInfo("Person", "", 1, NewPerson),
-                                         new CTestChildInfo("Group", "", 2, NewGroup),
+                MakeArray<CElementInfo>({new kvd::CElementInfoSeqClsOpt("Person", "", 1, kvd::ElementType_Element, NewPerson, 0),
+                                         new kvd::CElementInfoSeqClsOpt("Group", "", 2, kvd::ElementType_PseudoElement, NewGroup, 0),
                                          I4<kvd::CElementInfoSeqPrimOpt>("tail", 3)}),
                 MakeArray<CAttributeInfo>({})};
     }

@@ -167,7 +167,7 @@ TEST(ElementInfoChildAccess, ForwardsReadingAndAttributeWritingToTheChild) {
 }
 
 TEST(ElementInfoChildAccess, ClassWriterLetsTheChildWriteItselfInTheDescriptorsNamespace) {
-    CTestChildInfo member("kid", "urn:k", 5, nullptr);
+    CProbeInfo member("kid", "urn:k", 5);
     CHolder parent;
     parent.AddRef();
     const CXmlSerializationContext context;

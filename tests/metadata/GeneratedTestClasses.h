@@ -181,34 +181,6 @@ public:
     using CXmlGeneratedClass::ProcessElementSeqFromXml;
 };
 
-/// A minimal class-kind member for nesting in tests: writes the child
-/// through the shared class writer and reads it like an optional class
-/// (created by a factory, filled by its own engine).
-class CTestChildInfo : public KvXmlLib10Data::CElementInfoSeq {
-public:
-    using Factory = CXmlObjectBase* (*)();
-    CTestChildInfo(const char* name, const char* namespaceUri, int32_t id, Factory factory)
-        : CElementInfoSeq(name, namespaceUri, id), m_factory(factory) {}
-    bool ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
-                      CXmlWriter* writer) const override {
-        return ElementToXmlCls(context, object, writer, false);
-    }
-    bool ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement*,
-                        CXmlElement** current, const char*, KvXmlLib10Data::XmlElementType) override {
-        if (!IsThisElement(context, *current)) return true;
-        KvVariant value;
-        CXmlObjectBase* child = m_factory();
-        value.SetXmlObject(child);
-        FromXml_Int(child, (*current)->GetFirstElement(), *current, context, false);
-        AccessProperty(object, false, value);
-        *current = (*current)->GetNextSiblingElement();
-        return true;
-    }
-
-private:
-    Factory m_factory;
-};
-
 /// A sequence member with no behaviour, for testing what the base class does.
 class CProbeInfo : public KvXmlLib10Data::CElementInfoSeq {
 public:

@@ -22,4 +22,252 @@ typedef KvXmlLib10::CSmartPtr<KvXmlLib10::CXmlObjectBase> (*ClassFactoryFunc)(in
 /// fits the DOM element (its name, its xsi:type), or null when none does.
 typedef KvXmlLib10::CSmartPtr<KvXmlLib10::CXmlObjectBase> (*AbstractClassFactoryFunc)(KvXmlLib10::CXmlElement* element);
 
+/// Mandatory class member of a sequence: the parent creates the child in
+/// advance; reading searches like every mandatory sequence member and lets
+/// the existing child fill itself. A pseudo child that consumed nothing is a
+/// missing element only when its content is mandatory.
+class KVXML_API CElementInfoSeqClsMnd : public CElementInfoSeq {
+public:
+    CElementInfoSeqClsMnd(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                          XmlElementType elementType, ClassFactoryFunc factory, int32_t classNumber,
+                          bool mandatoryContent);
+    ~CElementInfoSeqClsMnd() override;
+    bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                      KvXmlLib10::CXmlWriter* writer) const override;
+    bool ElementFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                        KvXmlLib10::CXmlElement* parent, KvXmlLib10::CXmlElement** current, const char* namespaceUri,
+                        XmlElementType elementType) override;
+    /// With element type 1, the child's attributes onto the parent's element.
+    void PseudoChildAttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                                   const KvXmlLib10::CXmlGeneratedClass* object,
+                                   KvXmlLib10::CXmlWriter* writer) const override;
+
+private:
+    XmlElementType m_elementType;
+    ClassFactoryFunc m_factory;
+    int32_t m_classNumber;
+    bool m_mandatoryContent;
+};
+
+/// Mandatory class member of an all group.
+class KVXML_API CElementInfoAllClsMnd : public CElementInfoAll {
+public:
+    CElementInfoAllClsMnd(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                          XmlElementType elementType, ClassFactoryFunc factory, int32_t classNumber,
+                          bool mandatoryContent);
+    ~CElementInfoAllClsMnd() override;
+    bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                      KvXmlLib10::CXmlWriter* writer) const override;
+    bool ElementFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                        KvXmlLib10::CXmlElement* parent, KvXmlLib10::CXmlElement** current, const char* namespaceUri,
+                        XmlElementType elementType) override;
+    /// With element type 1, the child's attributes onto the parent's element.
+    void PseudoChildAttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                                   const KvXmlLib10::CXmlGeneratedClass* object,
+                                   KvXmlLib10::CXmlWriter* writer) const override;
+    /// found, or !checkMandatory: found. Otherwise an empty own-element child
+    /// without mandatory content is accepted; a pseudo child, or one whose
+    /// content is mandatory, throws CKvValidationException
+    /// "Failed to find the mandatory element [%s]".
+    bool Validate(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                  bool found, bool checkMandatory) const override;
+
+private:
+    XmlElementType m_elementType;
+    ClassFactoryFunc m_factory;
+    int32_t m_classNumber;
+    bool m_mandatoryContent;
+};
+
+/// Optional class member of a sequence: the child is created on reading by
+/// the factory. A pseudo child is stored only when it consumed something;
+/// reading answers true in every case.
+class KVXML_API CElementInfoSeqClsOpt : public CElementInfoSeq {
+public:
+    CElementInfoSeqClsOpt(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                          XmlElementType elementType, ClassFactoryFunc factory, int32_t classNumber);
+    ~CElementInfoSeqClsOpt() override;
+    bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                      KvXmlLib10::CXmlWriter* writer) const override;
+    bool ElementFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                        KvXmlLib10::CXmlElement* parent, KvXmlLib10::CXmlElement** current, const char* namespaceUri,
+                        XmlElementType elementType) override;
+    /// With element type 1, the child's attributes onto the parent's element.
+    void PseudoChildAttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                                   const KvXmlLib10::CXmlGeneratedClass* object,
+                                   KvXmlLib10::CXmlWriter* writer) const override;
+
+private:
+    XmlElementType m_elementType;
+    ClassFactoryFunc m_factory;
+    int32_t m_classNumber;
+};
+
+/// Optional class member of an all group.
+class KVXML_API CElementInfoAllClsOpt : public CElementInfoAll {
+public:
+    CElementInfoAllClsOpt(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                          XmlElementType elementType, ClassFactoryFunc factory, int32_t classNumber);
+    ~CElementInfoAllClsOpt() override;
+    bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                      KvXmlLib10::CXmlWriter* writer) const override;
+    bool ElementFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                        KvXmlLib10::CXmlElement* parent, KvXmlLib10::CXmlElement** current, const char* namespaceUri,
+                        XmlElementType elementType) override;
+    /// With element type 1, the child's attributes onto the parent's element.
+    void PseudoChildAttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                                   const KvXmlLib10::CXmlGeneratedClass* object,
+                                   KvXmlLib10::CXmlWriter* writer) const override;
+    /// Always true.
+    bool Validate(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                  bool found, bool checkMandatory) const override;
+
+private:
+    XmlElementType m_elementType;
+    ClassFactoryFunc m_factory;
+    int32_t m_classNumber;
+};
+
+/// Class member of a choice: answers true only when it read a child, so the
+/// choice can try its next member.
+class KVXML_API CElementInfoChoiceClsOpt : public CElementInfoChoice {
+public:
+    CElementInfoChoiceClsOpt(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                             XmlElementType elementType, ClassFactoryFunc factory, int32_t classNumber);
+    ~CElementInfoChoiceClsOpt() override;
+    bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                      KvXmlLib10::CXmlWriter* writer) const override;
+    bool ElementFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                        KvXmlLib10::CXmlElement* parent, KvXmlLib10::CXmlElement** current, const char* namespaceUri,
+                        XmlElementType elementType) override;
+    /// With element type 1, the child's attributes onto the parent's element.
+    void PseudoChildAttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                                   const KvXmlLib10::CXmlGeneratedClass* object,
+                                   KvXmlLib10::CXmlWriter* writer) const override;
+
+private:
+    XmlElementType m_elementType;
+    ClassFactoryFunc m_factory;
+    int32_t m_classNumber;
+};
+
+/// Mandatory abstract member of a sequence: an element that does not match,
+/// or that the factory finds no class for, throws CKvValidationException
+/// "Failed to find a suitable substitution element for [%s]" (the ignore
+/// options do not apply).
+class KVXML_API CElementInfoSeqAbsClsMnd : public CElementInfoSeq {
+public:
+    CElementInfoSeqAbsClsMnd(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                             XmlElementType elementType, AbstractClassFactoryFunc factory);
+    ~CElementInfoSeqAbsClsMnd() override;
+    bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                      KvXmlLib10::CXmlWriter* writer) const override;
+    bool ElementFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                        KvXmlLib10::CXmlElement* parent, KvXmlLib10::CXmlElement** current, const char* namespaceUri,
+                        XmlElementType elementType) override;
+    /// With element type 1, the child's attributes onto the parent's element.
+    void PseudoChildAttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                                   const KvXmlLib10::CXmlGeneratedClass* object,
+                                   KvXmlLib10::CXmlWriter* writer) const override;
+
+private:
+    XmlElementType m_elementType;
+    AbstractClassFactoryFunc m_factory;
+};
+
+/// Optional abstract member of a sequence; an element the factory finds no
+/// class for is left to the group, like a foreign one.
+class KVXML_API CElementInfoSeqAbsClsOpt : public CElementInfoSeq {
+public:
+    CElementInfoSeqAbsClsOpt(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                             XmlElementType elementType, AbstractClassFactoryFunc factory);
+    ~CElementInfoSeqAbsClsOpt() override;
+    bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                      KvXmlLib10::CXmlWriter* writer) const override;
+    bool ElementFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                        KvXmlLib10::CXmlElement* parent, KvXmlLib10::CXmlElement** current, const char* namespaceUri,
+                        XmlElementType elementType) override;
+    /// With element type 1, the child's attributes onto the parent's element.
+    void PseudoChildAttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                                   const KvXmlLib10::CXmlGeneratedClass* object,
+                                   KvXmlLib10::CXmlWriter* writer) const override;
+
+private:
+    XmlElementType m_elementType;
+    AbstractClassFactoryFunc m_factory;
+};
+
+/// Abstract member of a choice.
+class KVXML_API CElementInfoChoiceAbsClsOpt : public CElementInfoChoice {
+public:
+    CElementInfoChoiceAbsClsOpt(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                                XmlElementType elementType, AbstractClassFactoryFunc factory);
+    ~CElementInfoChoiceAbsClsOpt() override;
+    bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                      KvXmlLib10::CXmlWriter* writer) const override;
+    bool ElementFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                        KvXmlLib10::CXmlElement* parent, KvXmlLib10::CXmlElement** current, const char* namespaceUri,
+                        XmlElementType elementType) override;
+    /// With element type 1, the child's attributes onto the parent's element.
+    void PseudoChildAttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                                   const KvXmlLib10::CXmlGeneratedClass* object,
+                                   KvXmlLib10::CXmlWriter* writer) const override;
+
+private:
+    XmlElementType m_elementType;
+    AbstractClassFactoryFunc m_factory;
+};
+
+/// Optional abstract member of an all group. Abstract members of an all
+/// group cannot be read: reading throws CKvException.
+class KVXML_API CElementInfoAllAbsClsOpt : public CElementInfoAll {
+public:
+    CElementInfoAllAbsClsOpt(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                             XmlElementType elementType, AbstractClassFactoryFunc factory);
+    ~CElementInfoAllAbsClsOpt() override;
+    bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                      KvXmlLib10::CXmlWriter* writer) const override;
+    bool ElementFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                        KvXmlLib10::CXmlElement* parent, KvXmlLib10::CXmlElement** current, const char* namespaceUri,
+                        XmlElementType elementType) override;
+    /// With element type 1, the child's attributes onto the parent's element.
+    void PseudoChildAttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                                   const KvXmlLib10::CXmlGeneratedClass* object,
+                                   KvXmlLib10::CXmlWriter* writer) const override;
+    /// Always true.
+    bool Validate(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                  bool found, bool checkMandatory) const override;
+
+private:
+    XmlElementType m_elementType;
+    AbstractClassFactoryFunc m_factory;
+};
+
+/// Mandatory abstract member of an all group; reading throws CKvException
+/// (not supported). The int is carried for generated code and not read.
+class KVXML_API CElementInfoAllAbsClsMnd : public CElementInfoAll {
+public:
+    CElementInfoAllAbsClsMnd(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                             XmlElementType elementType, AbstractClassFactoryFunc factory, int32_t number);
+    ~CElementInfoAllAbsClsMnd() override;
+    bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                      KvXmlLib10::CXmlWriter* writer) const override;
+    bool ElementFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                        KvXmlLib10::CXmlElement* parent, KvXmlLib10::CXmlElement** current, const char* namespaceUri,
+                        XmlElementType elementType) override;
+    /// With element type 1, the child's attributes onto the parent's element.
+    void PseudoChildAttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                                   const KvXmlLib10::CXmlGeneratedClass* object,
+                                   KvXmlLib10::CXmlWriter* writer) const override;
+    /// Throws CKvValidationException "Failed to find the mandatory element [%s]"
+    /// when not found and checkMandatory is set.
+    bool Validate(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                  bool found, bool checkMandatory) const override;
+
+private:
+    XmlElementType m_elementType;
+    AbstractClassFactoryFunc m_factory;
+    int32_t m_number;
+};
+
 }  // namespace KvXmlLib10Data
