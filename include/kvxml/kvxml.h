@@ -39,6 +39,9 @@
 #include "kvxml/core/NamespaceAliasMap.h"
 #include "kvxml/core/SerializationContext.h"
 #include "kvxml/core/XmlObjectBase.h"
+#include "kvxml/core/XmlCollectionBase.h"
+#include "kvxml/core/XmlCollection.h"
+#include "kvxml/core/XmlTypeCollection.h"
 #include "kvxml/core/XmlObjectHelper.h"
 #include "kvxml/core/ClassFactoryBase.h"
 #include "kvxml/core/XmlGeneratedClass.h"
@@ -49,6 +52,7 @@
 #include "kvxml/metadata/ElementInfoEnumeration.h"
 #include "kvxml/metadata/ElementInfoClass.h"
 #include "kvxml/metadata/AttributeInfo.h"
+#include "kvxml/metadata/PrimitiveCollections.h"
 
 #include "kvxml/dom/XmlAttribute.h"
 #include "kvxml/dom/XmlElement.h"
