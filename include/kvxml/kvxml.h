@@ -50,6 +50,8 @@
 #include "kvxml/metadata/ElementInfo.h"
 #include "kvxml/metadata/ElementInfoPrimitive.h"
 #include "kvxml/metadata/ElementInfoEnumeration.h"
+#include "kvxml/metadata/ElementInfoClass.h"
+#include "kvxml/metadata/ElementInfoCollection.h"
 #include "kvxml/metadata/AttributeInfo.h"
 #include "kvxml/metadata/PrimitiveCollections.h"
 
