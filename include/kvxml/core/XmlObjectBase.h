@@ -24,6 +24,7 @@ namespace KvXmlLib10 {
 
 class CXmlWriter;
 class CXmlElement;
+class CXmlCollectionBase;
 class CTextStream;
 class CXmlDocument;
 
@@ -124,6 +125,22 @@ public:
     static void Choice_SelectElement(const char* name, CXmlObjectBase* value, std::string& selected);
     static void Choice_CollectionChanged(const char* name, int32_t count, std::string& selected);
     static void Choice_SetElementValid(bool valid, const char* name, std::string& selected);
+    /// Reads a collection member of a choice: nothing when count is already
+    /// above 0 or the collection consumed nothing; otherwise moves current
+    /// past what it read, checks the count (ValidateCount throws) and
+    /// increments count.
+    static void Choice_Read_Collection(CXmlCollectionBase* collection, CXmlElement* parent, CXmlElement*& current,
+                                       int32_t& count, const CXmlSerializationContext& context);
+
+    // Collection events: each calls sink->OnEvent(collection->GetBase(), type, data)
+    // with type 0 (changed, data null), 1 and 2 (adding, added: the item),
+    // 3 and 4 (removing, removed: a pointer to the index, null for -1).
+    static void FireOnCollectionChangeEvent(IEventSink* sink, CXmlCollectionBase* collection);
+    static void FireOnCollectionAddEvent(IEventSink* sink, CXmlCollectionBase* collection, void* item);
+    static void FireOnCollectionAddCompleteEvent(IEventSink* sink, CXmlCollectionBase* collection, void* item);
+    static void FireOnCollectionRemoveEvent(IEventSink* sink, CXmlCollectionBase* collection, int32_t index);
+    static void FireOnCollectionRemoveCompleteEvent(IEventSink* sink, CXmlCollectionBase* collection,
+                                                    int32_t index);
 
 protected:
     /// Writes the object's attributes; the base writes none.
