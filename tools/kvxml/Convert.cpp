@@ -63,8 +63,12 @@ public:
         : m_writer(writer), m_suggested(suggested), m_dropWhitespace(dropWhitespace), m_progress(progress) {}
 
     void Start(const std::string& localName, const std::string& namespaceUri) override {
-        // No default namespace is declared: an element without a namespace
-        // inside its scope would otherwise change meaning.
+        // The root's namespace becomes the default one, which saves a prefix
+        // on most names; elements without a namespace undeclare it.
+        if (m_depth++ == 0 && !namespaceUri.empty()) {
+            m_writer.SetDefaultNamespace(namespaceUri);
+            m_writer.SetUndeclareDefaultNamespace(true);
+        }
         m_writer.WriteStartElement(localName, namespaceUri);
     }
     void Attribute(const std::string& localName, const std::string& namespaceUri, const std::string& value) override {
@@ -75,6 +79,7 @@ public:
         m_writer.WriteString(text, TypeOf(text));
     }
     void End() override {
+        --m_depth;
         m_writer.WriteEndElement();
         ++m_elements;
     }
@@ -95,6 +100,7 @@ private:
     bool m_suggested;
     bool m_dropWhitespace;
     Progress& m_progress;
+    uint32_t m_depth = 0;
     uint64_t m_elements = 0;
 };
 
