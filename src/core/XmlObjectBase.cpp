@@ -87,9 +87,14 @@ void CXmlObjectBase::WriteDocument(CTextStream& stream, bool includeDocHeader, b
     writer.SetFormat(formatted);
     writer.SetEOLType(eol);
     if (includeDocHeader) writer.WriteStartDocument();
-    std::string targetNamespace = GetTargetNamespace();
-    ToXml_Int(&writer, true, targetNamespace.c_str(), context, false);
+    ToXmlWriter(writer, context);
     writer.Close();
+}
+
+void CXmlObjectBase::ToXmlWriter(CXmlWriter& writer, const CXmlSerializationContext& context) const {
+    writer.SetUndeclareDefaultNamespace(context.GetUndeclareDefaultNamespace());
+    const std::string targetNamespace = GetTargetNamespace();
+    ToXml_Int(&writer, true, targetNamespace.c_str(), context, false);
 }
 
 std::string CXmlObjectBase::ToXml(bool includeDocHeader, bool formatted, EOLType eol,

@@ -48,12 +48,14 @@ constexpr size_t kCdataOpenLength = sizeof kCdataOpen - 1;
 
 void Put(std::string& out, const char* text, size_t length) { out.append(text, length); }
 void Put(CTextStream& out, const char* text, size_t length) { out.Append(text, length); }
+void Put(std::string& out, char c) { out.push_back(c); }
+void Put(CTextStream& out, char c) { out.Append(c); }
 
 // Appends the text up to its NUL escaped for element content or, with
 // isAttribute, for a double-quoted attribute value. Stops at a byte no XML
-// text may hold and returns it; 0 when the whole text was written.
+// text may hold and returns where it is; null when the whole text was written.
 template <typename Out>
-unsigned char EscapeInto(Out& out, const char* text, bool isAttribute, EOLType eolType) {
+const unsigned char* EscapeInto(Out& out, const char* text, bool isAttribute, EOLType eolType) {
     const std::array<uint8_t, 256>& table = isAttribute ? kAttributeTable : kTextTable;
     const auto* at = reinterpret_cast<const unsigned char*>(text);
     for (;;) {
@@ -62,14 +64,14 @@ unsigned char EscapeInto(Out& out, const char* text, bool isAttribute, EOLType e
         if (at != run) Put(out, reinterpret_cast<const char*>(run), static_cast<size_t>(at - run));
         switch (table[*at]) {
             case kEnd:
-                return 0;
+                return nullptr;
             case kLineFeed:
                 if (isAttribute) {
                     Put(out, "&#xA;", 5);
                 } else if (eolType == EOL_CRLF) {
                     Put(out, "\r\n", 2);
                 } else if (eolType == EOL_LF) {
-                    Put(out, "\n", 1);
+                    Put(out, '\n');
                 } else {
                     throw CKvException("Invalid EOL type.");
                 }
@@ -87,7 +89,7 @@ unsigned char EscapeInto(Out& out, const char* text, bool isAttribute, EOLType e
                 Put(out, "&gt;", 4);
                 break;
             case kControl:
-                return *at;
+                return at;
             default:  // kDrop
                 break;
         }
@@ -160,10 +162,9 @@ void CXmlTextWriter::AppendEscaped(const char* text, bool isAttribute, size_t ma
     // Escaped straight into the stream in one pass; a byte no XML text may
     // hold takes back everything written since `mark`, so a value that
     // cannot be written leaves no part of it behind.
-    const unsigned char bad = EscapeInto(m_stream, text, isAttribute, m_eolType);
-    if (bad != 0) {
+    if (const unsigned char* bad = EscapeInto(m_stream, text, isAttribute, m_eolType)) {
         m_stream.Truncate(mark);
-        ThrowControl(bad, where, name);
+        ThrowControl(*bad, where, name);
     }
 }
 
@@ -193,8 +194,9 @@ void CXmlTextWriter::EscapeWithSections(const std::string& text, const std::stri
         size_t next = text.find(kCdataOpen, at + 1);
         if (next == std::string::npos || next > length) next = length;
         outside.assign(text, at, next - at);
-        const unsigned char bad = EscapeInto(m_scratch, outside.c_str(), false, m_eolType);
-        if (bad != 0) ThrowControl(bad, where, name);
+        if (const unsigned char* bad = EscapeInto(m_scratch, outside.c_str(), false, m_eolType)) {
+            ThrowControl(*bad, where, name);
+        }
         at = next;
     }
 }

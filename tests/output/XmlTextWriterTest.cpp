@@ -287,6 +287,26 @@ TEST(XmlTextWriterNamespaces, RootDeclaresInventedThenDefaultThenSortedPending) 
               "<in/><none/><m:m/></AA:r>");
 }
 
+TEST(XmlTextWriterNamespaces, UndeclaringTheDefaultNamespaceForElementsWithoutOne) {
+    // Off, <none/> would read back in urn:d; on, it undeclares urn:d, and
+    // urn:d elements inside it need a prefix.
+    for (bool undeclare : {false, true}) {
+        Doc doc;
+        doc.writer.SetUndeclareDefaultNamespace(undeclare);
+        doc.Default("urn:d").Start("r", "urn:d").Start("none").Start("in", "urn:d").End().End();
+        doc.Start("in", "urn:d").End().End();
+        EXPECT_EQ(doc.Out(), undeclare ? "<r xmlns=\"urn:d\"><none xmlns=\"\"><AA:in xmlns:AA=\"urn:d\"/></none><in/></r>"
+                                       : "<r xmlns=\"urn:d\"><none><in/></none><in/></r>");
+        // A root without a namespace: there is nothing to undeclare, so the
+        // document's default namespace is left out.
+        Doc root;
+        root.writer.SetUndeclareDefaultNamespace(undeclare);
+        root.Default("urn:d").Ns("p", "urn:p").Start("r").Start("in", "urn:d").End().End();
+        EXPECT_EQ(root.Out(), undeclare ? "<r xmlns:p=\"urn:p\"><AA:in xmlns:AA=\"urn:d\"/></r>"
+                                        : "<r xmlns=\"urn:d\" xmlns:p=\"urn:p\"><in/></r>");
+    }
+}
+
 TEST(XmlTextWriterXsi, TypeAndNilAttributes) {
     const std::string nilChild = "<c xmlns:AA=\"" + kXsi + "\" AA:nil=\"true\"/>";
     ExpectScenarios({

@@ -55,6 +55,13 @@ public:
     void SetNoOptionalAttributeDefaultOutput(bool value) { m_noOptionalAttributeDefaultOutput = value; }
     bool GetStripCDATA() const { return m_stripCDATA; }
     void SetStripCDATA(bool value) { m_stripCDATA = value; }
+    /// Off (the default): an element without a namespace written inside a
+    /// non-empty default namespace gets neither a prefix nor xmlns="", so a
+    /// reader takes it to be in the default namespace and the document does
+    /// not read back into the same objects. On: such an element carries
+    /// xmlns="" (and elements of the default namespace inside it a prefix).
+    bool GetUndeclareDefaultNamespace() const { return m_undeclareDefaultNamespace; }
+    void SetUndeclareDefaultNamespace(bool value) { m_undeclareDefaultNamespace = value; }
     SchemaType GetSchemaType() const { return m_schemaType; }
     void SetSchemaType(SchemaType value) { m_schemaType = value; }
 
@@ -86,6 +93,7 @@ private:
     bool m_ignoreNamespaces = false;
     bool m_noOptionalAttributeDefaultOutput = false;
     bool m_stripCDATA = true;
+    bool m_undeclareDefaultNamespace = false;
     SchemaType m_schemaType = SchemaType_Default;
     std::string m_inLineSchema;
     std::string m_defaultNamespaceURI;

@@ -73,6 +73,13 @@ public:
                                             const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext,
                                             CompressionType compression = Compression_None) const;
 
+    /// Writes this object as the document element through any writer (text
+    /// or binary), after handing the writer the context's output options.
+    /// The caller opens the writer, writes its document header and closes
+    /// it; the ToXml and ToFastInfoset entry points do exactly that.
+    void ToXmlWriter(CXmlWriter& writer,
+                     const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext) const;
+
     /// Loads a document and fills this object from its root element; the
     /// document is destroyed afterwards, on success and on failure.
     virtual void FromXmlFile(const char* fileName,

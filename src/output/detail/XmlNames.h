@@ -34,11 +34,11 @@ inline constexpr std::array<uint8_t, 256> kNameTable = MakeNameTable();
 /// no blanks, quotes, markup or control bytes, not starting with a digit,
 /// '-' or '.'.
 inline bool IsXmlName(const std::string& name) {
-    if (name.empty() || kNameTable[static_cast<unsigned char>(name[0])] != kNameStart) return false;
-    for (char c : name) {
-        if (kNameTable[static_cast<unsigned char>(c)] == kNotName) return false;
+    const auto* at = reinterpret_cast<const unsigned char*>(name.c_str());
+    if (kNameTable[*at] != kNameStart) return false;  // the empty name stops at its NUL
+    while (kNameTable[*++at] != kNotName) {
     }
-    return true;
+    return static_cast<size_t>(at - reinterpret_cast<const unsigned char*>(name.c_str())) == name.size();
 }
 
 /// Throws CKvException unless `name` is an XML name; `kind` is "element" or
