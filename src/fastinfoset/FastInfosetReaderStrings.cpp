@@ -16,7 +16,6 @@ namespace {
 constexpr uint32_t kKindUtf8 = 0;
 constexpr uint32_t kKindUtf16 = 1;
 constexpr uint32_t kKindAlphabet = 2;
-constexpr uint32_t kKindAlgorithm = 3;
 
 // The two built-in restricted alphabets, by 4-bit code; code 15 is padding.
 constexpr char kNumeric[] = "0123456789-+.E ";
@@ -133,7 +132,7 @@ void CFastInfosetReader::DecodeOctets(uint32_t kind, uint32_t index, const unsig
         }
         return;
     }
-    default:
+    default:  // an encoding algorithm
         detail::DecodeAlgorithm(index, data, length, out);
     }
 }

@@ -176,6 +176,27 @@ TEST(FastInfosetReader, DeepNestingNeedsNoRecursion) {
     EXPECT_EQ(depth, kDepth);
 }
 
+TEST(FastInfosetReader, FullTablesTakeNoMoreEntries) {
+    // "z" is chunk 1, then "a" until the table holds 2^20 chunks; "b" is not added.
+    std::string bytes = kHeader + Bytes("00 3C 00 72 90 7A");
+    for (uint32_t i = 1; i < (1u << 20); ++i) bytes += Bytes("90 61");
+    bytes += Bytes("90 62 A0 B8 0B FB EF FF");
+    CXmlDocument document;
+    document.LoadXmlStream(reinterpret_cast<unsigned char*>(&bytes[0]), static_cast<uint32_t>(bytes.size()));
+    const std::string& text = document.GetDocumentElement()->GetText();
+    EXPECT_EQ(text.size(), (1u << 20) + 3);
+    EXPECT_EQ(text.substr(text.size() - 4), "abza");
+}
+
+bool DropAll(CXmlElement*) { return true; }
+
+TEST(FastInfosetReader, TheCallbackSeesEveryElement) {
+    std::string bytes = kHeader + Bytes("00 3C 00 72 3C 00 61 F0 01 FF F0");
+    CXmlDocument document(DropAll);
+    document.LoadXmlStream(reinterpret_cast<unsigned char*>(&bytes[0]), static_cast<uint32_t>(bytes.size()));
+    EXPECT_EQ(Dump(document.GetDocumentElement()), "r");
+}
+
 TEST(FastInfosetInput, IntegersAndLengthsAtEveryBoundary) {
     const struct {
         int production;  // 2, 3, 4: 1 to 2^20 on that bit; 0: 0 to 2^20; 5, 7, 8: lengths on that bit (8 = 2nd)
