@@ -135,6 +135,17 @@ TEST(FastInfosetWriter, DocumentsHaveTheExactOctets) {
                  Octets({0xCF, 0x01, 'A', 'B', 0x28}), Text("http://www.w3.org/2001/XMLSchema-instance"),
                  Octets({0xF0, 0x3F, 0x81, 0x81, 0x00, 'c', 0x7B, 0x82, 0x82, 0x02, 'n', 'i', 'l', 0x43}),
                  Text("true"), Octets({0xF0, 0xFF, 0xF0})})},
+        {"an element without a namespace undeclares the default one when asked",
+         [](CFastInfosetWriter& w) {
+             w.SetUndeclareDefaultNamespace(true);
+             w.SetDefaultNamespace("urn:d");
+             w.WriteStartElement("r", "urn:d");
+             w.WriteStartElement("c", "");
+             w.WriteEndElement();
+             w.WriteEndElement();
+         },
+         Concat({kHeader, Octets({0x38, 0xCD, 0x04}), Text("urn:d"),
+                 Octets({0xF0, 0x3D, 0x81, 0x00, 'r', 0x38, 0xCC, 0xF0, 0x3C, 0x00, 'c', 0xFF, 0xF0})})},
         {"five characters are indexed on repetition, six never",
          [](CFastInfosetWriter& w) {
              w.WriteStartElement("r", "");
