@@ -11,6 +11,7 @@
 #include "fastinfoset/detail/FIEncoder.h"
 #include "kvxml/foundation/KvException.h"
 #include "output/detail/NamespaceDecisions.h"
+#include "output/detail/XmlNames.h"
 
 namespace KvXmlLib10 {
 
@@ -117,6 +118,9 @@ void CFastInfosetWriter::WriteElement() {
 }
 
 void CFastInfosetWriter::WriteStartElement(const std::string& localName, const std::string& namespaceUri) {
+    // Names are checked as the text writer checks them: both forms of a
+    // document hold the same names, and an empty one has no encoding.
+    detail::CheckXmlName(localName, "element");
     State& state = *m_state;
     if (state.headerPending) WriteElement();
     const bool isRoot = GetCurrentContext() == nullptr;
@@ -156,6 +160,7 @@ void CFastInfosetWriter::CheckStartTagOpen() const {
 void CFastInfosetWriter::WriteAttributeString(const std::string& localName, const std::string& namespaceUri,
                                               const std::string& value, ItemType type) {
     CheckStartTagOpen();
+    detail::CheckXmlName(localName, "attribute");
     State::Attribute& attribute = m_state->NextAttribute();
     attribute.prefix = PrefixOf(detail::NamespaceDecisions::Attribute(*GetCurrentContext(), namespaceUri), namespaceUri);
     attribute.namespaceUri = namespaceUri;

@@ -292,6 +292,13 @@ TEST(FastInfosetWriter, RefusesWhatItCannotWrite) {
                     CKvException, "Attributes must be added before elements");
     EXPECT_KV_THROW(Write([](CFastInfosetWriter& w) { w.WriteStartElement("r", ""); }), CKvException,
                     "An Element has not been closed.");
+    EXPECT_KV_THROW(Write([](CFastInfosetWriter& w) { w.WriteStartElement("", ""); }), CKvException,
+                    "The element name [] is not a valid XML name");
+    EXPECT_KV_THROW(Write([](CFastInfosetWriter& w) {
+                        w.WriteStartElement("r", "");
+                        w.WriteAttributeString("a b", "", "v", string);
+                    }),
+                    CKvException, "The attribute name [a b] is not a valid XML name");
 }
 
 // ---- whole documents through the object entry points and back ----
