@@ -32,9 +32,17 @@ size_t Walk(const CXmlDocument& document) {
         touched += element->GetLocalName().size() + element->GetNamespaceURI().size() + element->GetText().size();
         for (const CXmlAttribute* attribute : element->GetAttributes()) {
             touched += attribute->GetValue().size() + attribute->IsNilAttribute() + attribute->IsNamespaceAttribute();
-            // The parser refuses duplicate attributes, so the lookup must land
-            // on this very attribute.
-            if (&element->GetAttribute(attribute->GetLocalName(), attribute->GetNamespaceURI()) != &attribute->GetValue())
+            // The lookup must land on the first attribute of that name (the
+            // text parser refuses duplicates; Fast Infoset input may carry them).
+            const CXmlAttribute* first = attribute;
+            for (const CXmlAttribute* other : element->GetAttributes()) {
+                if (other->GetLocalName() == attribute->GetLocalName() &&
+                    other->GetNamespaceURI() == attribute->GetNamespaceURI()) {
+                    first = other;
+                    break;
+                }
+            }
+            if (&element->GetAttribute(attribute->GetLocalName(), attribute->GetNamespaceURI()) != &first->GetValue())
                 std::abort();
         }
         const std::string prefix = element->GetLocalName().substr(0, element->GetLocalName().find(':'));

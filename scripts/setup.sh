@@ -5,7 +5,8 @@
 set -euo pipefail
 
 packages=(g++ make cmake pkg-config libexpat1-dev libpcre2-dev zlib1g-dev
-          libgtest-dev libbenchmark-dev clang libclang-rt-14-dev python3 locales)
+          libgtest-dev libbenchmark-dev clang libclang-rt-14-dev python3 locales
+          default-jre-headless libfastinfoset-java)  # the Java reference: Fast Infoset interop peer
 missing=()
 for pkg in "${packages[@]}"; do
   status=$(dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null || true)

@@ -33,6 +33,11 @@
 #include "kvxml/output/FileTextStream.h"
 #include "kvxml/output/KvZip.h"
 
+#include "kvxml/fastinfoset/FIVocabulary.h"
+#include "kvxml/fastinfoset/FastInfosetContext.h"
+#include "kvxml/fastinfoset/FastInfosetBinaryData.h"
+#include "kvxml/fastinfoset/FastInfosetWriter.h"
+
 #include "kvxml/core/FInfoDecl.h"
 #include "kvxml/core/EventSink.h"
 #include "kvxml/core/SmartPtr.h"

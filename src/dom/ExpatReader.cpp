@@ -11,7 +11,6 @@
 #include <cstring>
 #include <string_view>
 
-#include "dom/detail/NodePool.h"
 #include "kvxml/core/SerializationContext.h"
 #include "kvxml/dom/XmlDocument.h"
 #include "kvxml/foundation/FormatString.h"
@@ -29,7 +28,7 @@ constexpr std::string_view kCDataClose = "]]>";
 
 }  // namespace
 
-CExpatReader::CExpatReader(CXmlDocument& document) : m_document(document), m_names(*document.m_names) {}
+CExpatReader::CExpatReader(CXmlDocument& document) : m_builder(document), m_names(m_builder.Names()) {}
 
 CExpatReader::~CExpatReader() { Cleanup(); }
 
@@ -37,7 +36,7 @@ void CExpatReader::Cleanup() { m_local.reset(); }
 
 void CExpatReader::CreateParser() {
     m_local = std::make_unique<detail::LocalText>();
-    XML_Parser parser = m_document.m_schemaType == SchemaType_NoNamespaces
+    XML_Parser parser = m_builder.GetSchemaType() == SchemaType_NoNamespaces
                             ? XML_ParserCreate(nullptr)
                             : XML_ParserCreateNS(nullptr, kSeparator);
     if (!parser) throw std::bad_alloc();
@@ -46,7 +45,7 @@ void CExpatReader::CreateParser() {
     XML_SetElementHandler(parser, FnStartElement, FnEndElement);
     XML_SetNamespaceDeclHandler(parser, FnStartNamespace, FnEndNamespace);
     XML_SetCharacterDataHandler(parser, FnText);
-    if (!m_document.m_context->GetStripCDATA()) {
+    if (!m_builder.Context().GetStripCDATA()) {
         XML_SetCdataSectionHandler(parser, FnStartCDATA, FnEndCDATA);
     }
     // Only the DTD pays for the count: documents without one never call it.
@@ -57,8 +56,8 @@ void CExpatReader::CreateParser() {
 void CExpatReader::Parse(bool isFinal) {
     if (!m_parser) CreateParser();
     XML_Parser parser = m_parser.get();
-    const char* input = reinterpret_cast<const char*>(m_document.m_input);
-    const std::size_t length = m_document.m_inputLength;
+    const char* input = reinterpret_cast<const char*>(m_builder.Input());
+    const std::size_t length = m_builder.InputLength();
     static const char kNothing = '\0';
     if (!input) input = &kNothing;
 
@@ -113,7 +112,7 @@ void XMLCALL CExpatReader::FnStartElement(void* userData, const char* name, cons
 }
 
 void XMLCALL CExpatReader::FnEndElement(void* userData, const char*) {
-    Dispatch(userData, [](CExpatReader& self) { self.m_document.EndElement(); });
+    Dispatch(userData, [](CExpatReader& self) { self.m_builder.Close(); });
 }
 
 void XMLCALL CExpatReader::FnStartNamespace(void* userData, const char* prefix, const char* uri) {
@@ -167,46 +166,38 @@ const detail::QualifiedName& CExpatReader::ResolveName(const char* raw) {
     return m_names.AddRaw(spelling, name);
 }
 
-CXmlElement* CExpatReader::Top() const {
-    return m_document.m_stack.empty() ? nullptr : m_document.m_stack.back().element;
-}
-
 void CExpatReader::StartElement(const char* name, const char** atts) {
     const detail::QualifiedName& qualified = ResolveName(name);
-    CXmlElement* element = m_document.OpenChild(qualified.uri, qualified.localName);
+    CXmlElement* element = m_builder.Open(qualified.uri, qualified.localName);
 
     std::size_t count = 0;
     while (atts[count]) count += 2;
     if (count == 0) return;
-    element->m_attributes = new std::vector<CXmlAttribute*>;
-    element->m_attributes->reserve(count / 2);  // exact: no growth slack per element
+    detail::TreeBuilder::ReserveAttributes(*element, count / 2);  // exact: no growth slack per element
     for (std::size_t i = 0; i < count; i += 2) {
         const detail::QualifiedName& attributeName = ResolveName(atts[i]);
         const std::string_view value = m_local->Convert(atts[i + 1], std::strlen(atts[i + 1]));
-        std::unique_ptr<CXmlAttribute> attribute(
-            new (*m_document.m_nodes) CXmlAttribute(attributeName.localName, std::string(value), attributeName.uri));
-        element->m_attributes->push_back(attribute.get());
-        attribute.release();
+        detail::TreeBuilder::AddAttribute(*element, attributeName.localName, std::string(value), attributeName.uri);
     }
 }
 
 void CExpatReader::Text(const char* text, int length) {
-    CXmlElement* top = Top();
+    CXmlElement* top = m_builder.Top();
     if (!top || length <= 0) return;
     // The parser never reports a NUL character, so only CRs need removing.
     const std::string_view local = m_local->Convert(text, static_cast<std::size_t>(length));
-    detail::AppendExcludingCR(top->m_text, local.data(), local.size());
+    detail::TreeBuilder::AppendText(*top, local.data(), local.size());
 }
 
 void CExpatReader::AppendLiteral(const char* text, std::size_t length) {
-    if (CXmlElement* top = Top()) top->m_text.append(text, length);
+    if (CXmlElement* top = m_builder.Top()) detail::TreeBuilder::AppendRawText(*top, text, length);
 }
 
 void CExpatReader::StartNamespace(const char* prefix, const char* uri) {
     // A default declaration has no prefix; an undeclaration has no URI.
     std::string prefixText(prefix ? m_local->Convert(prefix, std::strlen(prefix)) : std::string_view());
     const std::string_view uriText = uri ? m_local->Convert(uri, std::strlen(uri)) : std::string_view();
-    m_document.SetAlias(prefixText.data(), prefixText.size(), uriText.data(), uriText.size());
+    m_builder.SetAlias(prefixText.data(), prefixText.size(), uriText.data(), uriText.size());
 }
 
 }  // namespace KvXmlLib10

@@ -14,6 +14,8 @@
 #include "dom/detail/ExpatReader.h"
 #include "dom/detail/NameTable.h"
 #include "dom/detail/NodePool.h"
+#include "dom/detail/TreeBuilder.h"
+#include "fastinfoset/detail/FastInfosetReader.h"
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/output/KvZip.h"
@@ -208,10 +210,15 @@ void CXmlDocument::InflateIfCompressed() {
 
 void CXmlDocument::Parse() {
     InflateIfCompressed();
-    // FAST INFOSET GOES HERE: offer the (inflated) bytes to the Fast Infoset
-    // reader built on m_context's Fast Infoset context; when it takes them,
-    // drop the input and return instead of parsing XML text.
-    ParseText();
+    bool fastInfoset = false;
+    try {
+        fastInfoset = CFastInfosetReader(m_context->GetFIContext(), *this).Parse();
+    } catch (...) {
+        ReleaseInput();
+        throw;
+    }
+    if (!fastInfoset) return ParseText();
+    ReleaseInput();
 }
 
 void CXmlDocument::ParseText() {
@@ -240,42 +247,15 @@ std::string CXmlDocument::LookupNamespaceFromAlias(const char* prefix) const {
     return found == m_aliases.end() ? std::string() : found->second;
 }
 
-void CXmlDocument::SetAlias(const char* prefix, std::size_t prefixLength, const char* uri, std::size_t uriLength) {
-    const std::string_view key(prefix, prefixLength);
-    auto found = m_aliases.find(key);
-    if (found == m_aliases.end()) {
-        m_aliases.emplace(std::string(key), std::string(uri, uriLength));
-    } else {
-        found->second.assign(uri, uriLength);
-    }
-}
-
 // ---- tree building ----
 
-CXmlElement* CXmlDocument::OpenChild(const std::string* uri, const std::string* localName) {
-    auto element = std::unique_ptr<CXmlElement>(new (*m_nodes) CXmlElement(this, uri, localName));
-    // Grow before linking, so that the push below cannot throw.
-    if (m_stack.size() == m_stack.capacity()) m_stack.reserve(m_stack.empty() ? 16 : 2 * m_stack.size());
-    CXmlElement* parent = !m_stack.empty() ? m_stack.back().element : m_documentElement;
-    CXmlElement* previous = nullptr;
-    if (parent) {
-        previous = parent->m_lastChild;
-        parent->AppendChild(element.get());
-    } else {
-        m_documentElement = element.get();
-    }
-    m_stack.push_back(OpenElement{element.get(), previous});
-    return element.release();
-}
-
 CXmlElement* CXmlDocument::AddDocElement(const char* uri, const char* localName) {
-    // A second root cannot come from well-formed input; it joins the tree
-    // like any other element rather than replacing the first.
-    return OpenChild(m_names->Intern(ViewOf(uri)), m_names->Intern(ViewOf(localName)));
+    detail::TreeBuilder builder(*this);
+    return builder.Open(m_names->Intern(ViewOf(uri)), m_names->Intern(ViewOf(localName)));
 }
 
 CXmlElement* CXmlDocument::AddChildElement(const char* uri, const char* localName) {
-    return OpenChild(m_names->Intern(ViewOf(uri)), m_names->Intern(ViewOf(localName)));
+    return AddDocElement(uri, localName);
 }
 
 void CXmlDocument::AddElementAttribute(CXmlElement* element, const std::string& localName, const std::string& value,
@@ -284,50 +264,16 @@ void CXmlDocument::AddElementAttribute(CXmlElement* element, const std::string& 
 }
 
 void CXmlDocument::AppendTextExcludingCR(CXmlElement* element, const char* text) {
-    if (!element || !text) return;
-    const std::string_view view(text);
-    detail::AppendExcludingCR(element->m_text, view.data(), view.size());
+    if (element && text) detail::TreeBuilder::AppendText(*element, text, std::strlen(text));
 }
 
 void CXmlDocument::AppendTextExcludingCR(CXmlElement* element, const char* text, uint32_t length) {
     if (!element || !text) return;
     const void* nul = std::memchr(text, '\0', length);
     const std::size_t used = nul ? static_cast<std::size_t>(static_cast<const char*>(nul) - text) : length;
-    detail::AppendExcludingCR(element->m_text, text, used);
+    detail::TreeBuilder::AppendText(*element, text, used);
 }
 
-void CXmlDocument::EndElement() {
-    if (m_stack.empty()) return;
-    const OpenElement closed = m_stack.back();
-    m_stack.pop_back();
-    if (!m_callback || !m_callback(closed.element)) {
-        // Text merged from many pieces (indentation between children) ends
-        // with up to half its capacity unused; a kept element gives it back.
-        std::string& text = closed.element->m_text;
-        if (text.capacity() - text.size() >= 16) text.shrink_to_fit();
-        return;
-    }
-    // The document element stays whatever the callback says: it has no parent
-    // to be removed from.
-    if (m_stack.empty()) return;
-    CXmlElement* parent = m_stack.back().element;
-    CXmlElement* removed = nullptr;
-    if (parent->m_lastChild == closed.element &&
-        (closed.previous ? closed.previous->m_nextSibling == closed.element
-                         : parent->m_firstChild == closed.element)) {
-        // Constant time: the sibling before it was noted when it opened.
-        if (closed.previous) {
-            closed.previous->m_nextSibling = nullptr;
-        } else {
-            parent->m_firstChild = nullptr;
-        }
-        parent->m_lastChild = closed.previous;
-        removed = closed.element;
-    } else {
-        // The callback rearranged the parent's children itself.
-        removed = parent->RemoveLastChildElement();
-    }
-    delete removed;
-}
+void CXmlDocument::EndElement() { detail::TreeBuilder(*this).Close(); }
 
 }  // namespace KvXmlLib10

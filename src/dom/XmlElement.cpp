@@ -7,6 +7,7 @@
 
 #include "dom/detail/NameTable.h"
 #include "dom/detail/NodePool.h"
+#include "dom/detail/TreeBuilder.h"
 #include "kvxml/dom/XmlDocument.h"
 
 namespace KvXmlLib10 {
@@ -111,12 +112,7 @@ void CXmlElement::AppendChild(CXmlElement* child) {
     m_lastChild = child;
 }
 
-CXmlElement* CXmlElement::CreateNewChildElement() {
-    const std::string* empty = &detail::EmptyString();
-    auto* child = new (*m_document->m_nodes) CXmlElement(m_document, empty, empty);
-    AppendChild(child);
-    return child;
-}
+CXmlElement* CXmlElement::CreateNewChildElement() { return detail::TreeBuilder::NewChild(*this); }
 
 CXmlElement* CXmlElement::RemoveLastChildElement() {
     CXmlElement* last = m_lastChild;
@@ -133,11 +129,11 @@ CXmlElement* CXmlElement::RemoveLastChildElement() {
 }
 
 void CXmlElement::SetNamespace(const char* uri) {
-    m_namespaceURI = m_document->m_names->Intern(uri ? std::string_view(uri) : std::string_view());
+    m_namespaceURI = detail::TreeBuilder::NamesOf(*this).Intern(uri ? std::string_view(uri) : std::string_view());
 }
 
 void CXmlElement::SetElementName(const char* name) {
-    m_localName = m_document->m_names->Intern(name ? std::string_view(name) : std::string_view());
+    m_localName = detail::TreeBuilder::NamesOf(*this).Intern(name ? std::string_view(name) : std::string_view());
 }
 
 void CXmlElement::AppendText(const char* text) {
@@ -151,12 +147,8 @@ void CXmlElement::AppendText(const char* text, int length) {
 }
 
 void CXmlElement::AddAttribute(const std::string& localName, const std::string& value, const std::string& uri) {
-    detail::NameTable& names = *m_document->m_names;
-    std::unique_ptr<CXmlAttribute> attribute(
-        new (*m_document->m_nodes) CXmlAttribute(names.Intern(localName), value, names.Intern(uri)));
-    if (!m_attributes) m_attributes = new std::vector<CXmlAttribute*>;
-    m_attributes->push_back(attribute.get());
-    attribute.release();
+    detail::NameTable& names = detail::TreeBuilder::NamesOf(*this);
+    detail::TreeBuilder::AddAttribute(*this, names.Intern(localName), value, names.Intern(uri));
 }
 
 }  // namespace KvXmlLib10

@@ -14,11 +14,6 @@ namespace KvXmlLib10 {
 
 namespace {
 
-const std::string& XsiNamespace() {
-    static const std::string uri = "http://www.w3.org/2001/XMLSchema-instance";
-    return uri;
-}
-
 // Drained-stream threshold: checked after every start, end, text and attribute.
 constexpr size_t kFlushThreshold = 4096;
 
@@ -393,14 +388,14 @@ void CXmlTextWriter::WriteAttributeType(const std::string& typeNamespaceUri,
         value = typeLocalName;
     }
     static const std::string name = "type";
-    WriteAttributeString(name, XsiNamespace(), value, type);
+    WriteAttributeString(name, detail::XsiNamespace(), value, type);
 }
 
 void CXmlTextWriter::WriteAttributeNil() {
     CheckStartTagOpen();
     static const std::string name = "nil";
     static const std::string value = "true";
-    WriteAttributeString(name, XsiNamespace(), value, boolean);
+    WriteAttributeString(name, detail::XsiNamespace(), value, boolean);
 }
 
 }  // namespace KvXmlLib10

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "kvxml/core/NamespaceAliasMap.h"
+#include "kvxml/fastinfoset/FastInfosetContext.h"
 #include "kvxml/foundation/Export.h"
 
 namespace KvXmlLib10 {
@@ -88,6 +89,10 @@ public:
     std::vector<std::string>& GetProcessingInstructions() { return m_processingInstructions; }
     const std::vector<std::string>& GetProcessingInstructions() const { return m_processingInstructions; }
 
+    /// Options and vocabulary of Fast Infoset output and input.
+    CFastInfosetContext& GetFIContext() { return m_fiContext; }
+    const CFastInfosetContext& GetFIContext() const { return m_fiContext; }
+
 private:
     bool m_writeTypeAttribute = true;
     bool m_ignoreUnknownAttributes = false;
@@ -105,6 +110,7 @@ private:
     std::string m_defaultNamespaceURI;
     CNamespaceAliasMap m_namespaceAliases;
     std::vector<std::string> m_processingInstructions;
+    CFastInfosetContext m_fiContext;
 };
 
 }  // namespace KvXmlLib10

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "kvxml/core/EventSink.h"
+#include "kvxml/core/FInfoDecl.h"
 #include "kvxml/core/SerializationContext.h"
 #include "kvxml/foundation/CriticalSection.h"
 #include "kvxml/foundation/Export.h"
@@ -54,6 +55,11 @@ public:
                            XmlEncoding encoding = Encoding_UTF8, EOLType eol = EOL_LF,
                            const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext,
                            CompressionType compression = Compression_None) const;
+    /// Writes the document as Fast Infoset to a file; Compression_Zlib is
+    /// refused as for ToXmlFile, and nothing is created on failure.
+    virtual void ToFastInfosetFile(const char* fileName, FInfoDecl decl = FInfoDecl_None,
+                                   const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext,
+                                   CompressionType compression = Compression_None) const;
     /// The document as text in the local code page.
     virtual std::string ToXml(bool includeDocHeader = true, bool formatted = true, EOLType eol = EOL_LF,
                               const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext) const;
@@ -62,6 +68,11 @@ public:
                                     XmlEncoding encoding = Encoding_UTF8, EOLType eol = EOL_LF,
                                     const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext,
                                     CompressionType compression = Compression_None) const;
+    /// The document as Fast Infoset bytes (with the chosen declaration in
+    /// front), optionally gzip- or zlib-compressed.
+    virtual CBinaryData ToFastInfosetStream(FInfoDecl decl = FInfoDecl_None,
+                                            const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext,
+                                            CompressionType compression = Compression_None) const;
 
     /// Writes this object as the document element through any writer (text
     /// or binary), after handing the writer the context's output options.

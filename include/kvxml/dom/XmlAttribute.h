@@ -13,6 +13,7 @@ class CXmlElement;
 
 namespace detail {
 class NodePool;
+class TreeBuilder;
 }
 
 /// Namespace URI, local name and value of an attribute, owned by its element.
@@ -40,8 +41,7 @@ public:
     static void operator delete(void* node, std::size_t size) noexcept;
 
 private:
-    friend class CXmlElement;
-    friend class CExpatReader;
+    friend class detail::TreeBuilder;
     CXmlAttribute(const std::string* localName, std::string value, const std::string* namespaceURI);
     static void* operator new(std::size_t size, detail::NodePool& pool);
     static void operator delete(void* node, detail::NodePool& pool) noexcept;

@@ -1,4 +1,4 @@
-// XmlDocument.h - loads XML text (plain or compressed) into a light element tree.
+// XmlDocument.h - loads XML text or Fast Infoset (plain or compressed) into a light element tree.
 //
 // Every read path goes through a document: the bytes are inflated when they
 // carry a gzip or zlib header, then parsed, and the tree keeps only what
@@ -24,6 +24,7 @@ namespace KvXmlLib10 {
 namespace detail {
 class NameTable;
 class NodePool;
+class TreeBuilder;
 }
 
 /// The tree of one loaded document. Each Load* first calls Cleanup(), so a
@@ -56,9 +57,12 @@ public:
     /// Parses wide text as UTF-16 (characters above 0xFFFF are cut to their
     /// low 16 bits); throws "XML String is empty!" for L"".
     void LoadXml(const wchar_t* text);
-    /// Parses the loaded bytes: inflates them if compressed, then XML text.
-    /// Parse errors are "<parser message> at line <n>"; the tree read so far
-    /// stays. The loaded bytes are let go of once parsed.
+    /// Parses the loaded bytes: inflates them if compressed, then reads them
+    /// as Fast Infoset when they start like it (with or without one of the
+    /// nine declarations), otherwise as XML text. XML parse errors are
+    /// "<parser message> at line <n>", Fast Infoset ones start "Failed to
+    /// parse FastInfoset."; the tree read so far stays. The loaded bytes are
+    /// let go of once parsed.
     void Parse();
     /// Parses the loaded bytes as XML text.
     void ParseText();
@@ -94,9 +98,7 @@ public:
     static uint32_t GetMaxEntityDeclarations();
 
 private:
-    friend class CXmlElement;
-    friend class CExpatReader;
-    friend class CFastInfosetReader;
+    friend class detail::TreeBuilder;
 
     // An open element and the sibling before it, so that the callback can
     // drop a finished element without walking its parent's child list.
@@ -106,8 +108,6 @@ private:
     };
 
     void Init();
-    CXmlElement* OpenChild(const std::string* uri, const std::string* localName);
-    void SetAlias(const char* prefix, std::size_t prefixLength, const char* uri, std::size_t uriLength);
     void InflateIfCompressed();
     void SetInput(const unsigned char* data, std::size_t length);
     void ReleaseInput();

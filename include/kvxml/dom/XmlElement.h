@@ -15,6 +15,7 @@ class CXmlDocument;
 
 namespace detail {
 class NodePool;
+class TreeBuilder;
 }
 
 /// An element with its namespace URI, local name, all of its character data
@@ -66,8 +67,7 @@ public:
     static void operator delete(void* node, std::size_t size) noexcept;
 
 private:
-    friend class CXmlDocument;
-    friend class CExpatReader;
+    friend class detail::TreeBuilder;
     CXmlElement(const CXmlDocument* document, const std::string* namespaceURI,
                 const std::string* localName);
     static void* operator new(std::size_t size, detail::NodePool& pool);

@@ -14,6 +14,7 @@
 
 #include "dom/detail/LocalText.h"
 #include "dom/detail/NameTable.h"
+#include "dom/detail/TreeBuilder.h"
 
 namespace KvXmlLib10 {
 
@@ -64,9 +65,8 @@ private:
     void AppendLiteral(const char* text, std::size_t length);
     void CountEntity();
     const detail::QualifiedName& ResolveName(const char* raw);
-    CXmlElement* Top() const;
 
-    CXmlDocument& m_document;
+    detail::TreeBuilder m_builder;
     detail::NameTable& m_names;
     std::unique_ptr<detail::LocalText> m_local;
     std::unique_ptr<XML_ParserStruct, ParserDeleter> m_parser;

@@ -13,6 +13,12 @@
 namespace KvXmlLib10 {
 namespace detail {
 
+/// The namespace of the xsi:type and xsi:nil attributes.
+inline const std::string& XsiNamespace() {
+    static const std::string uri = "http://www.w3.org/2001/XMLSchema-instance";
+    return uri;
+}
+
 /// A prefix in scope (null: the name is written without one), and whether
 /// it was invented just now and must be declared before it is used.
 struct ResolvedPrefix {

@@ -1,0 +1,524 @@
+// FIEncoder.cpp - bit-packed integers, lengths, strings and names of Fast Infoset output.
+#include "fastinfoset/detail/FIEncoder.h"
+
+#include <cstring>
+
+#include "dom/detail/LocalText.h"
+#include "fastinfoset/detail/EncodingAlgorithms.h"
+#include "kvxml/foundation/FormatString.h"
+#include "kvxml/foundation/KvException.h"
+#include "kvxml/output/Encoder.h"
+
+namespace KvXmlLib10::detail {
+
+namespace {
+
+constexpr const char* kDeclarations[] = {
+    "<?xml encoding='finf'?>",
+    "<?xml encoding='finf' standalone='yes'?>",
+    "<?xml encoding='finf' standalone='no'?>",
+    "<?xml version='1.0' encoding='finf'?>",
+    "<?xml version='1.0' encoding='finf' standalone='yes'?>",
+    "<?xml version='1.0' encoding='finf' standalone='no'?>",
+    "<?xml version='1.1' encoding='finf'?>",
+    "<?xml version='1.1' encoding='finf' standalone='yes'?>",
+    "<?xml version='1.1' encoding='finf' standalone='no'?>",
+};
+
+// The two built-in alphabets; a character's code is its position.
+constexpr const char kNumericAlphabet[] = "0123456789-+.E ";
+constexpr const char kDateTimeAlphabet[] = "0123456789-:TZ ";
+
+constexpr uint32_t kMaxAlgorithm = 10;
+constexpr uint32_t kMaxAlphabet = 256;
+
+[[noreturn]] void ThrowWrite(const char* message) { throw CKvException(message); }
+
+}  // namespace
+
+const char* FInfoDeclarationText(int32_t decl) {
+    return decl >= 1 && decl <= 9 ? kDeclarations[decl - 1] : nullptr;
+}
+
+FIEncoder::FIEncoder(FIOctetSink& sink, CFIVocabulary& vocabulary, const CFastInfosetContext& context,
+                     bool utf8Input)
+    : m_sink(sink),
+      m_vocabulary(vocabulary),
+      m_context(context),
+      m_buffer(new unsigned char[kBufferSize]),
+      m_pos(m_buffer.get()),
+      m_end(m_buffer.get() + kBufferSize),
+      m_utf8Identity(utf8Input || LocalText().IsIdentity()) {}
+
+FIEncoder::~FIEncoder() = default;
+
+void FIEncoder::Flush() {
+    const std::size_t used = static_cast<std::size_t>(m_pos - m_buffer.get());
+    if (used == 0) return;
+    m_pos = m_buffer.get();
+    m_flushed += used;
+    m_sink.Write(m_buffer.get(), used);
+}
+
+void FIEncoder::PutBytes(const unsigned char* data, std::size_t length) {
+    if (length <= static_cast<std::size_t>(m_end - m_pos)) {
+        std::memcpy(m_pos, data, length);
+        m_pos += length;
+        return;
+    }
+    Flush();
+    if (length < kBufferSize) {
+        std::memcpy(m_pos, data, length);
+        m_pos += length;
+        return;
+    }
+    m_flushed += length;
+    m_sink.Write(data, length);
+}
+
+void FIEncoder::Put32(uint32_t value) {
+    Put(static_cast<uint8_t>(value >> 24));
+    Put(static_cast<uint8_t>(value >> 16));
+    Put(static_cast<uint8_t>(value >> 8));
+    Put(static_cast<uint8_t>(value));
+}
+
+// --- integers ---------------------------------------------------------------
+
+void FIEncoder::Integer1To2pw20Bit2(uint8_t bits, uint32_t value) {
+    if (value <= 64) {
+        Put(static_cast<uint8_t>(bits | (value - 1)));
+    } else if (value <= 8256) {
+        const uint32_t x = value - 65;
+        Put(static_cast<uint8_t>(bits | 0x40 | (x >> 8)));
+        Put(static_cast<uint8_t>(x));
+    } else {
+        const uint32_t x = value - 8257;
+        Put(static_cast<uint8_t>(bits | 0x60 | (x >> 16)));
+        Put(static_cast<uint8_t>(x >> 8));
+        Put(static_cast<uint8_t>(x));
+    }
+}
+
+void FIEncoder::Integer1To2pw20Bit3(uint8_t bits, uint32_t value) {
+    if (value <= 32) {
+        Put(static_cast<uint8_t>(bits | (value - 1)));
+    } else if (value <= 2080) {
+        const uint32_t x = value - 33;
+        Put(static_cast<uint8_t>(bits | 0x20 | (x >> 8)));
+        Put(static_cast<uint8_t>(x));
+    } else if (value <= 526368) {
+        const uint32_t x = value - 2081;
+        Put(static_cast<uint8_t>(bits | 0x28 | (x >> 16)));
+        Put(static_cast<uint8_t>(x >> 8));
+        Put(static_cast<uint8_t>(x));
+    } else {
+        const uint32_t x = value - 526369;  // '110', seven zero bits, twenty bits
+        Put(static_cast<uint8_t>(bits | 0x30));
+        Put(static_cast<uint8_t>(x >> 16));
+        Put(static_cast<uint8_t>(x >> 8));
+        Put(static_cast<uint8_t>(x));
+    }
+}
+
+void FIEncoder::Integer1To2pw20Bit4(uint8_t bits, uint32_t value) {
+    if (value <= 16) {
+        Put(static_cast<uint8_t>(bits | (value - 1)));
+    } else if (value <= 1040) {
+        const uint32_t x = value - 17;
+        Put(static_cast<uint8_t>(bits | 0x10 | (x >> 8)));
+        Put(static_cast<uint8_t>(x));
+    } else if (value <= 263184) {
+        const uint32_t x = value - 1041;
+        Put(static_cast<uint8_t>(bits | 0x14 | (x >> 16)));
+        Put(static_cast<uint8_t>(x >> 8));
+        Put(static_cast<uint8_t>(x));
+    } else {
+        const uint32_t x = value - 263185;  // '110', six zero bits, twenty bits
+        Put(static_cast<uint8_t>(bits | 0x18));
+        Put(static_cast<uint8_t>(x >> 16));
+        Put(static_cast<uint8_t>(x >> 8));
+        Put(static_cast<uint8_t>(x));
+    }
+}
+
+void FIEncoder::Integer0To2pw20Bit2(uint8_t bits, uint32_t value) {
+    if (value == 0) {
+        Put(static_cast<uint8_t>(bits | 0x7F));
+    } else {
+        Integer1To2pw20Bit2(bits, value);
+    }
+}
+
+// --- lengths and octet strings ------------------------------------------------
+
+void FIEncoder::NonEmptyOctetUTF8StringBit2(uint8_t bits, const unsigned char* data, std::size_t length) {
+    if (length <= 64) {
+        Put(static_cast<uint8_t>(bits | (length - 1)));
+    } else if (length <= 320) {
+        Put(static_cast<uint8_t>(bits | 0x40));
+        Put(static_cast<uint8_t>(length - 65));
+    } else {
+        Put(static_cast<uint8_t>(bits | 0x60));
+        Put32(static_cast<uint32_t>(length - 321));
+    }
+    PutBytes(data, length);
+}
+
+void FIEncoder::NonEmptyOctetStringBit5(uint8_t bits, const unsigned char* data, std::size_t length) {
+    if (length <= 8) {
+        Put(static_cast<uint8_t>(bits | (length - 1)));
+    } else if (length <= 264) {
+        Put(static_cast<uint8_t>(bits | 0x08));
+        Put(static_cast<uint8_t>(length - 9));
+    } else {
+        Put(static_cast<uint8_t>(bits | 0x0C));
+        Put32(static_cast<uint32_t>(length - 265));
+    }
+    PutBytes(data, length);
+}
+
+void FIEncoder::NonEmptyOctetStringBit7(uint8_t bits, const unsigned char* data, std::size_t length) {
+    if (length <= 2) {
+        Put(static_cast<uint8_t>(bits | (length - 1)));
+    } else if (length <= 258) {
+        Put(static_cast<uint8_t>(bits | 0x02));
+        Put(static_cast<uint8_t>(length - 3));
+    } else {
+        Put(static_cast<uint8_t>(bits | 0x03));
+        Put32(static_cast<uint32_t>(length - 259));
+    }
+    PutBytes(data, length);
+}
+
+const unsigned char* FIEncoder::ToUtf8(const char* text, std::size_t& length) {
+    if (m_utf8Identity || !HasHighByte(text, length)) return reinterpret_cast<const unsigned char*>(text);
+    const CBinaryData utf8 = CEncoder::LocalCodePageToUtf8Binary(text, length);
+    m_utf8.assign(reinterpret_cast<const char*>(utf8.GetData()), utf8.GetLength());
+    length = m_utf8.size();
+    return reinterpret_cast<const unsigned char*>(m_utf8.data());
+}
+
+// --- encoded character strings ------------------------------------------------
+
+void FIEncoder::AppendRestrictedAlphabetString(uint32_t alphabet, const char* text, std::size_t length,
+                                               std::string& out) {
+    if (alphabet == 0 || alphabet > kMaxAlphabet) {
+        throw CKvException(FormatString("Failed to write FastInfoset. Invalid Restricted Alphabet value [%d]",
+                                        static_cast<int>(alphabet)));
+    }
+    if (alphabet > 2) ThrowWrite("Failed to write FastInfoset. Unsupported Feature in AppendRestrictedAlphabetString.");
+    const char* characters = alphabet == 1 ? kNumericAlphabet : kDateTimeAlphabet;
+    const std::size_t size = std::strlen(characters);
+    if (size < 2 || size > (std::size_t{1} << 20)) {
+        ThrowWrite("Failed to write FastInfoset. Invalid Restricted Alphabet. Alphabet must contain between 2 and "
+                   "2^20 characters.");
+    }
+    out.clear();
+    unsigned high = 0;
+    bool half = false;
+    for (std::size_t i = 0; i < length; ++i) {
+        const void* found = text[i] ? std::memchr(characters, text[i], size) : nullptr;
+        if (!found)
+            ThrowWrite("Failed to write FastInfoset. Invalid character not found for Restricted Alphabet.");
+        const unsigned code = static_cast<unsigned>(static_cast<const char*>(found) - characters);
+        if (half) {
+            out.push_back(static_cast<char>((high << 4) | code));
+        } else {
+            high = code;
+        }
+        half = !half;
+    }
+    if (half) out.push_back(static_cast<char>((high << 4) | 0x0F));
+}
+
+void FIEncoder::EncodedCharacterStringBit3(uint8_t bits, const char* text, std::size_t length,
+                                           FIEncoding encoding) {
+    switch (encoding.kind) {
+        case CFastInfosetContext::ECS_RestrictedAlphabet:
+        case CFastInfosetContext::ECS_Algorithm: {
+            const bool alphabet = encoding.kind == CFastInfosetContext::ECS_RestrictedAlphabet;
+            if (alphabet) {
+                AppendRestrictedAlphabetString(encoding.index, text, length, m_packed);
+            } else {
+                if (encoding.index == 0 || encoding.index > kMaxAlgorithm) {
+                    throw CKvException(FormatString(
+                        "Failed to write FastInfoset. Invalid Encoding Algorithm value [%d]",
+                        static_cast<int>(encoding.index)));
+                }
+                m_packed.clear();
+                m_key.assign(text, length);
+                EncodeAlgorithm(encoding.index, m_key.c_str(), m_packed);
+            }
+            const uint32_t index = encoding.index - 1;  // eight bits: four here, four in the next octet
+            Put(static_cast<uint8_t>(bits | (alphabet ? 0x20 : 0x30) | (index >> 4)));
+            if (m_packed.empty()) m_packed.push_back('\0');  // never happens for real values
+            NonEmptyOctetStringBit5(static_cast<uint8_t>((index & 0x0F) << 4),
+                                    reinterpret_cast<const unsigned char*>(m_packed.data()), m_packed.size());
+            return;
+        }
+        default:
+            break;
+    }
+    if (m_context.GetDefaultStringEncoding() != 0)
+        ThrowWrite("Failed to write FastInfoset. Unknown encoding in EncodedCharacterStringBit7.");
+    const unsigned char* utf8 = ToUtf8(text, length);
+    NonEmptyOctetStringBit5(bits, utf8, length);
+}
+
+void FIEncoder::EncodedCharacterStringBit5(uint8_t bits, const char* text, std::size_t length,
+                                           FIEncoding encoding) {
+    switch (encoding.kind) {
+        case CFastInfosetContext::ECS_RestrictedAlphabet:
+        case CFastInfosetContext::ECS_Algorithm: {
+            const bool alphabet = encoding.kind == CFastInfosetContext::ECS_RestrictedAlphabet;
+            if (alphabet) {
+                AppendRestrictedAlphabetString(encoding.index, text, length, m_packed);
+            } else {
+                if (encoding.index == 0 || encoding.index > kMaxAlgorithm) {
+                    throw CKvException(FormatString(
+                        "Failed to write FastInfoset. Invalid Encoding Algorithm value [%d]",
+                        static_cast<int>(encoding.index)));
+                }
+                m_packed.clear();
+                m_key.assign(text, length);
+                EncodeAlgorithm(encoding.index, m_key.c_str(), m_packed);
+            }
+            const uint32_t index = encoding.index - 1;  // eight bits: two here, six in the next octet
+            Put(static_cast<uint8_t>(bits | (alphabet ? 0x08 : 0x0C) | (index >> 6)));
+            if (m_packed.empty()) m_packed.push_back('\0');
+            NonEmptyOctetStringBit7(static_cast<uint8_t>((index & 0x3F) << 2),
+                                    reinterpret_cast<const unsigned char*>(m_packed.data()), m_packed.size());
+            return;
+        }
+        default:
+            break;
+    }
+    switch (m_context.GetDefaultStringEncoding()) {
+        case 0:
+            break;
+        case 1:
+            ThrowWrite("Failed to write FastInfoset. Unsupported Feature UTF16BE in EncodedCharacterStringBit5.");
+        default:
+            ThrowWrite("Failed to write FastInfoset. Unknown encoding in EncodedCharacterStringBit5.");
+    }
+    const unsigned char* utf8 = ToUtf8(text, length);
+    NonEmptyOctetStringBit7(bits, utf8, length);
+}
+
+// --- strings and names against the tables -----------------------------------
+
+void FIEncoder::NonIdentifyingStringOrIndexBit1(const char* text, std::size_t length, CFIStringTable& table,
+                                                uint32_t maxAddLength, FIEncoding encoding) {
+    if (length == 0) {
+        Integer0To2pw20Bit2(0x80, 0);  // index 0: the empty string
+        return;
+    }
+    if (length < maxAddLength) {
+        m_key.assign(text, length);
+        uint32_t index = 0;
+        if (table.FindIndex(m_key, index)) {
+            Integer1To2pw20Bit2(0x80, index);
+            return;
+        }
+        table.AddValueToMap(m_key);
+        EncodedCharacterStringBit3(0x40, text, length, encoding);
+        return;
+    }
+    EncodedCharacterStringBit3(0x00, text, length, encoding);
+}
+
+void FIEncoder::NonIdentifyingStringOrIndexBit3(const char* text, std::size_t length, CFIStringTable& table,
+                                                uint32_t maxAddLength, FIEncoding encoding) {
+    if (length < maxAddLength) {
+        m_key.assign(text, length);
+        uint32_t index = 0;
+        if (table.FindIndex(m_key, index)) {
+            Integer1To2pw20Bit4(0xA0, index);
+            return;
+        }
+        table.AddValueToMap(m_key);
+        EncodedCharacterStringBit5(0x90, text, length, encoding);
+        return;
+    }
+    EncodedCharacterStringBit5(0x80, text, length, encoding);
+}
+
+void FIEncoder::IdentifyingStringOrIndex(const std::string& text, CFIStringTable& table) {
+    uint32_t index = 0;
+    if (table.FindIndex(text, index)) {
+        Integer1To2pw20Bit2(0x80, index);
+        return;
+    }
+    std::size_t length = text.size();
+    const unsigned char* utf8 = ToUtf8(text.data(), length);
+    NonEmptyOctetUTF8StringBit2(0x00, utf8, length);
+    table.AddValueToMap(text);
+}
+
+// --- the name cache -------------------------------------------------------------
+
+uint64_t FINameCache::Hash(const FIQName& name, bool hasPrefix) {
+    // FNV-1a over the parts, each closed by a byte no name holds.
+    uint64_t hash = 1469598103934665603ULL;
+    const auto mix = [&hash](const std::string& part) {
+        for (unsigned char c : part) hash = (hash ^ c) * 1099511628211ULL;
+        hash = (hash ^ 0x100) * 1099511628211ULL;
+    };
+    if (hasPrefix) mix(name.prefix);
+    mix(name.namespaceName);
+    mix(name.localName);
+    return hash;
+}
+
+uint32_t FINameCache::Find(uint64_t hash, const FIQName& name, bool hasPrefix, const CFIVocabulary& vocabulary,
+                           const CFIQNameTable& table) const {
+    const std::size_t mask = m_slots.size() - 1;
+    for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
+        const Slot& slot = m_slots[at];
+        if (slot.index == 0) return 0;
+        if (slot.hash != hash) continue;
+        const CQNameParts* parts = table.GetAt(slot.index);
+        const std::string* local = parts ? vocabulary.GetLocalNamesTable().GetAt(parts->localName) : nullptr;
+        if (!local || *local != name.localName) continue;
+        const std::string* uri = vocabulary.GetNamespaceNamesTable().GetAt(parts->namespaceName);
+        if ((uri ? *uri : std::string()) != name.namespaceName) continue;
+        const std::string* prefix = vocabulary.GetPrefixNamesTable().GetAt(parts->prefix);
+        if (hasPrefix ? (!prefix || *prefix != name.prefix) : prefix != nullptr) continue;
+        return slot.index;
+    }
+}
+
+void FINameCache::Add(uint64_t hash, uint32_t index) {
+    if (m_used >= kMaxEntries) return;
+    if (2 * (m_used + 1) > m_slots.size()) {
+        std::vector<Slot> old(2 * m_slots.size());
+        old.swap(m_slots);
+        m_used = 0;
+        for (const Slot& slot : old)
+            if (slot.index) Add(slot.hash, slot.index);
+    }
+    const std::size_t mask = m_slots.size() - 1;
+    std::size_t at = hash & mask;
+    while (m_slots[at].index != 0) at = (at + 1) & mask;
+    m_slots[at] = Slot{hash, index};
+    ++m_used;
+}
+
+void FIEncoder::WriteNameIndex(uint8_t bits, uint32_t index, bool elementIndex) {
+    if (elementIndex) {
+        Integer1To2pw20Bit3(bits, index);
+    } else {
+        Integer1To2pw20Bit2(bits, index);
+    }
+}
+
+void FIEncoder::QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& name, CFIQNameTable& table,
+                              bool elementIndex, FINameCache& cache) {
+    const bool hasNamespace = !name.namespaceName.empty();
+    const bool hasPrefix = hasNamespace && !name.prefix.empty();  // a prefix needs a namespace
+    const uint64_t hash = FINameCache::Hash(name, hasPrefix);
+    if (const uint32_t cached = cache.Find(hash, name, hasPrefix, m_vocabulary, table)) {
+        WriteNameIndex(bits, cached, elementIndex);
+        return;
+    }
+    CQNameParts parts;
+    if ((!hasPrefix || m_vocabulary.FindPrefixNameIndex(name.prefix, parts.prefix)) &&
+        (!hasNamespace || m_vocabulary.FindNamespaceNameIndex(name.namespaceName, parts.namespaceName)) &&
+        m_vocabulary.FindLocalNameIndex(name.localName, parts.localName)) {
+        uint32_t index = 0;
+        if (table.FindIndex(parts, index)) {
+            cache.Add(hash, index);
+            WriteNameIndex(bits, index, elementIndex);
+            return;
+        }
+    }
+    Put(static_cast<uint8_t>(bits | literalBits | (hasPrefix ? 0x02 : 0) | (hasNamespace ? 0x01 : 0)));
+    if (hasPrefix) IdentifyingStringOrIndex(name.prefix, m_vocabulary.GetPrefixNamesTable());
+    if (hasNamespace) IdentifyingStringOrIndex(name.namespaceName, m_vocabulary.GetNamespaceNamesTable());
+    IdentifyingStringOrIndex(name.localName, m_vocabulary.GetLocalNamesTable());
+    static const std::string kNone;
+    const std::string& prefix = hasPrefix ? name.prefix : kNone;
+    const uint32_t index = elementIndex ? m_vocabulary.AddElement(prefix, name.namespaceName, name.localName)
+                                        : m_vocabulary.AddAttribute(prefix, name.namespaceName, name.localName);
+    if (index != 0) cache.Add(hash, index);
+}
+
+void FIEncoder::QualifiedNameOrIndexBit2(uint8_t bits, const FIQName& name) {
+    QualifiedName(bits, 0x78, name, m_vocabulary.GetAttributeNamesTable(), false, m_attributeIndexes);
+}
+
+void FIEncoder::QualifiedNameOrIndexBit3(uint8_t bits, const FIQName& name) {
+    QualifiedName(bits, 0x3C, name, m_vocabulary.GetElementNamesTable(), true, m_elementIndexes);
+}
+
+// --- document structure -------------------------------------------------------
+
+void FIEncoder::StartDocument(int32_t decl, bool withVocabularyUri, const std::string& vocabularyUri) {
+    if (const char* text = FInfoDeclarationText(decl))
+        PutBytes(reinterpret_cast<const unsigned char*>(text), std::strlen(text));
+    static const unsigned char kHeader[] = {0xE0, 0x00, 0x00, 0x01};
+    PutBytes(kHeader, sizeof kHeader);
+    if (!withVocabularyUri) {
+        Put(0x00);
+        return;
+    }
+    Put(0x20);  // initial vocabulary
+    Put(0x10);  // of it only the external vocabulary URI
+    Put(0x00);
+    std::size_t length = vocabularyUri.size();
+    const unsigned char* utf8 = ToUtf8(vocabularyUri.data(), length);
+    NonEmptyOctetUTF8StringBit2(0x00, utf8, length);
+}
+
+void FIEncoder::StartElement(const FIQName& name, bool hasAttributes, const FINamespaceDecl* decls,
+                             std::size_t declCount) {
+    BeforeItem();
+    const uint8_t bits = hasAttributes ? 0x40 : 0x00;
+    if (declCount == 0) {
+        QualifiedNameOrIndexBit3(bits, name);
+        return;
+    }
+    Put(static_cast<uint8_t>(bits | 0x38));
+    for (std::size_t i = 0; i < declCount; ++i) {
+        const FINamespaceDecl& decl = decls[i];
+        const bool hasPrefix = !decl.prefix.empty();
+        const bool hasNamespace = !decl.namespaceName.empty();
+        Put(static_cast<uint8_t>(0xCC | (hasPrefix ? 0x02 : 0) | (hasNamespace ? 0x01 : 0)));
+        if (hasPrefix) IdentifyingStringOrIndex(decl.prefix, m_vocabulary.GetPrefixNamesTable());
+        if (hasNamespace) IdentifyingStringOrIndex(decl.namespaceName, m_vocabulary.GetNamespaceNamesTable());
+    }
+    Put(0xF0);
+    QualifiedNameOrIndexBit3(0x00, name);
+}
+
+void FIEncoder::Attribute(const FIQName& name, const std::string& value, FIEncoding encoding) {
+    QualifiedNameOrIndexBit2(0x00, name);
+    NonIdentifyingStringOrIndexBit1(value.data(), value.size(), m_vocabulary.GetAttributeValuesTable(),
+                                    m_context.GetAttributeMaxAddLength(), encoding);
+}
+
+void FIEncoder::Characters(const char* text, std::size_t length, FIEncoding encoding) {
+    if (length == 0) return;
+    BeforeItem();
+    NonIdentifyingStringOrIndexBit3(text, length, m_vocabulary.GetCharacterChunksTable(),
+                                    m_context.GetElementMaxAddLength(), encoding);
+}
+
+void FIEncoder::EndElement() {
+    // Two ends in a row share one octet.
+    if (m_terminatorPending) {
+        Put(0xFF);
+        m_terminatorPending = false;
+    } else {
+        m_terminatorPending = true;
+    }
+}
+
+void FIEncoder::EndDocument() {
+    Put(m_terminatorPending ? 0xFF : 0xF0);
+    m_terminatorPending = false;
+    Flush();
+}
+
+}  // namespace KvXmlLib10::detail

@@ -1,0 +1,28 @@
+// FIDeclarations.h - the nine XML declarations that may precede Fast Infoset bytes.
+#pragma once
+
+#include <cstddef>
+
+#include "kvxml/core/FInfoDecl.h"
+
+namespace KvXmlLib10::detail {
+
+/// The declaration's exact bytes, indexed by FInfoDecl (entry 0, none, is "").
+inline constexpr const char* kFInfoDeclTexts[10] = {
+    "",
+    "<?xml encoding='finf'?>",
+    "<?xml encoding='finf' standalone='yes'?>",
+    "<?xml encoding='finf' standalone='no'?>",
+    "<?xml version='1.0' encoding='finf'?>",
+    "<?xml version='1.0' encoding='finf' standalone='yes'?>",
+    "<?xml version='1.0' encoding='finf' standalone='no'?>",
+    "<?xml version='1.1' encoding='finf'?>",
+    "<?xml version='1.1' encoding='finf' standalone='yes'?>",
+    "<?xml version='1.1' encoding='finf' standalone='no'?>",
+};
+constexpr std::size_t kFInfoDeclCount = 9;
+
+/// The four octets that start every Fast Infoset document: identification and version 1.
+inline constexpr unsigned char kFIHeader[4] = {0xE0, 0x00, 0x00, 0x01};
+
+}  // namespace KvXmlLib10::detail

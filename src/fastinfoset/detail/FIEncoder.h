@@ -1,0 +1,164 @@
+// FIEncoder.h - the octets of a Fast Infoset document, item by item.
+//
+// Everything below the namespace decisions: the bit-packed integers and
+// lengths, literal-or-index choices against the vocabulary, and the
+// terminators. CFastInfosetWriter and the converter tool both drive it, the
+// first with names it resolved itself, the second with the prefixes of the
+// XML text it reads. Output is buffered and handed to a sink in blocks, so
+// a document of any size passes through bounded memory.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "kvxml/fastinfoset/FastInfosetContext.h"
+#include "kvxml/fastinfoset/FIVocabulary.h"
+
+namespace KvXmlLib10::detail {
+
+/// Where encoded octets go.
+class FIOctetSink {
+public:
+    virtual ~FIOctetSink() = default;
+    virtual void Write(const unsigned char* data, std::size_t length) = 0;
+};
+
+/// A qualified name; "" prefix or namespace means none.
+struct FIQName {
+    const std::string& prefix;
+    const std::string& namespaceName;
+    const std::string& localName;
+};
+
+/// A namespace declaration; "" prefix declares the default namespace.
+struct FINamespaceDecl {
+    std::string prefix;
+    std::string namespaceName;
+};
+
+using FIEncoding = CFastInfosetContext::EncodedCharacterString;
+
+/// The declaration text of FInfoDecl values 1 to 9; null otherwise.
+const char* FInfoDeclarationText(int32_t decl);
+
+/// Qualified name -> table index by one hash over the three parts; the
+/// vocabulary entry confirms every hit, so a hash collision costs only a
+/// miss. Holds at most kMaxEntries names (further ones take the slow path).
+class FINameCache {
+public:
+    static constexpr std::size_t kMaxEntries = std::size_t{1} << 16;
+
+    static uint64_t Hash(const FIQName& name, bool hasPrefix);
+    /// The cached index for the name with this hash, or 0.
+    uint32_t Find(uint64_t hash, const FIQName& name, bool hasPrefix, const CFIVocabulary& vocabulary,
+                  const CFIQNameTable& table) const;
+    void Add(uint64_t hash, uint32_t index);
+
+private:
+    struct Slot {
+        uint64_t hash = 0;
+        uint32_t index = 0;  // 0: empty
+    };
+    std::vector<Slot> m_slots = std::vector<Slot>(64);
+    std::size_t m_used = 0;
+};
+
+class FIEncoder {
+public:
+    /// Strings handed in are local code page text unless `utf8Input` says
+    /// they are UTF-8 already. The vocabulary is grown as the document
+    /// defines strings and names.
+    FIEncoder(FIOctetSink& sink, CFIVocabulary& vocabulary, const CFastInfosetContext& context,
+              bool utf8Input = false);
+    ~FIEncoder();
+    FIEncoder(const FIEncoder&) = delete;
+    FIEncoder& operator=(const FIEncoder&) = delete;
+
+    /// The declaration (FInfoDecl 1..9), E0 00 00 01 and the optional
+    /// components: only the external vocabulary URI when `withVocabularyUri`.
+    void StartDocument(int32_t decl, bool withVocabularyUri, const std::string& vocabularyUri);
+    /// An element header: namespace attributes, then the name. When
+    /// `hasAttributes`, Attribute() calls and one EndAttributes() follow.
+    void StartElement(const FIQName& name, bool hasAttributes, const FINamespaceDecl* decls, std::size_t declCount);
+    void Attribute(const FIQName& name, const std::string& value, FIEncoding encoding);
+    void EndAttributes() { Put(0xF0); }
+    /// A character chunk; empty text writes nothing.
+    void Characters(const char* text, std::size_t length, FIEncoding encoding);
+    void EndElement();
+    /// The final terminator, then everything is handed to the sink.
+    void EndDocument();
+    /// Hands buffered octets to the sink.
+    void Flush();
+    /// Octets produced so far (handed over or buffered).
+    uint64_t GetOffset() const { return m_flushed + static_cast<uint64_t>(m_pos - m_buffer.get()); }
+
+    // The productions of the format; `bits` are the octet's bits already set.
+    void Integer1To2pw20Bit2(uint8_t bits, uint32_t value);
+    void Integer1To2pw20Bit3(uint8_t bits, uint32_t value);
+    void Integer1To2pw20Bit4(uint8_t bits, uint32_t value);
+    void Integer0To2pw20Bit2(uint8_t bits, uint32_t value);
+    void NonEmptyOctetUTF8StringBit2(uint8_t bits, const unsigned char* data, std::size_t length);
+    void NonEmptyOctetStringBit5(uint8_t bits, const unsigned char* data, std::size_t length);
+    void NonEmptyOctetStringBit7(uint8_t bits, const unsigned char* data, std::size_t length);
+    /// Attribute values: the discriminant sits on the third bit.
+    void EncodedCharacterStringBit3(uint8_t bits, const char* text, std::size_t length, FIEncoding encoding);
+    /// Character chunks: the discriminant sits on the fifth bit.
+    void EncodedCharacterStringBit5(uint8_t bits, const char* text, std::size_t length, FIEncoding encoding);
+    /// Packs text into `out` with built-in alphabet 1 (numeric) or 2 (date
+    /// and time), four bits a character, an odd count padded with F.
+    static void AppendRestrictedAlphabetString(uint32_t alphabet, const char* text, std::size_t length,
+                                               std::string& out);
+    void NonIdentifyingStringOrIndexBit1(const char* text, std::size_t length, CFIStringTable& table,
+                                         uint32_t maxAddLength, FIEncoding encoding);
+    void NonIdentifyingStringOrIndexBit3(const char* text, std::size_t length, CFIStringTable& table,
+                                         uint32_t maxAddLength, FIEncoding encoding);
+    void QualifiedNameOrIndexBit2(uint8_t bits, const FIQName& name);
+    void QualifiedNameOrIndexBit3(uint8_t bits, const FIQName& name);
+
+private:
+    static constexpr std::size_t kBufferSize = 64 * 1024;
+
+    void Put(uint8_t octet) {
+        if (m_pos == m_end) Flush();
+        *m_pos++ = octet;
+    }
+    void PutBytes(const unsigned char* data, std::size_t length);
+    void Put32(uint32_t value);
+    /// A pending terminator is written before the next item.
+    void BeforeItem() {
+        if (m_terminatorPending) {
+            Put(0xF0);
+            m_terminatorPending = false;
+        }
+    }
+    /// An identifying string (prefix, namespace or local name): index when
+    /// the table has it, else literal and added.
+    void IdentifyingStringOrIndex(const std::string& text, CFIStringTable& table);
+    /// The UTF-8 form of local text: the text itself when that is already
+    /// UTF-8, else a conversion held until the next call.
+    const unsigned char* ToUtf8(const char* text, std::size_t& length);
+    void QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& name, CFIQNameTable& table,
+                       bool elementIndex, FINameCache& cache);
+    void WriteNameIndex(uint8_t bits, uint32_t index, bool elementIndex);
+
+    FIOctetSink& m_sink;
+    CFIVocabulary& m_vocabulary;
+    const CFastInfosetContext& m_context;
+    std::unique_ptr<unsigned char[]> m_buffer;
+    unsigned char* m_pos;
+    unsigned char* m_end;
+    uint64_t m_flushed = 0;
+    bool m_terminatorPending = false;
+    bool m_utf8Identity;
+    std::string m_utf8;
+    std::string m_packed;
+    std::string m_key;
+    // One lookup per name instead of one per part and one for the triple.
+    FINameCache m_elementIndexes;
+    FINameCache m_attributeIndexes;
+};
+
+}  // namespace KvXmlLib10::detail

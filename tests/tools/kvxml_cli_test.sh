@@ -1,0 +1,71 @@
+#!/usr/bin/env bash
+# kvxml_cli_test.sh KVXML WORK: the command-line tool's conversions, report,
+# messages and exit statuses.
+set -uo pipefail
+kvxml=$1 work=$2
+rm -rf "$work" && mkdir -p "$work" && cd "$work" || exit 1
+failures=0
+fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+expect_status() {  # status command...
+  local want=$1; shift
+  "$@" >out.txt 2>err.txt; local got=$?
+  [[ $got == "$want" ]] || fail "'$*' exited $got, expected $want; stderr: $(cat err.txt)"
+}
+hex() { od -An -tx1 -N"$2" "$1" | tr -d ' \n'; }
+
+cat >doc.xml <<'XML'
+<?xml version="1.0"?>
+<order xmlns="urn:ex" id="7"><item>ok</item><item n="1">ok</item><note xmlns="">caf&#233;</note></order>
+XML
+
+# Both directions, by extension, by --to, and through standard input and output.
+expect_status 0 "$kvxml" convert doc.xml doc.fi
+[[ $(hex doc.fi 4) == e0000001 ]] || fail "doc.fi does not start with the Fast Infoset header"
+expect_status 0 "$kvxml" convert doc.fi back.xml
+grep -q 'item n="1">ok<' back.xml || fail "back.xml lost the second item: $(cat back.xml)"
+grep -q 'café' back.xml || fail "back.xml lost the UTF-8 text: $(cat back.xml)"
+expect_status 0 "$kvxml" convert --to fi - piped.out <doc.xml
+cmp -s doc.fi piped.out || fail "stdin conversion differs from the file conversion"
+"$kvxml" convert --to xml doc.fi - >stdout.xml 2>err.txt || fail "fi to stdout failed: $(cat err.txt)"
+cmp -s back.xml stdout.xml || fail "stdout conversion differs from the file conversion"
+expect_status 0 "$kvxml" convert --pretty doc.fi pretty.xml
+[[ $(wc -l <pretty.xml) -ge 5 ]] || fail "--pretty did not indent: $(cat pretty.xml)"
+expect_status 0 "$kvxml" convert --suggested doc.xml typed.fi
+expect_status 0 "$kvxml" convert typed.fi typed.xml
+cmp -s back.xml typed.xml || fail "--suggested changed the document: $(cat typed.xml)"
+
+# Compressed output is read back as it is.
+expect_status 0 "$kvxml" convert --gzip doc.xml doc.fi.gz
+[[ $(hex doc.fi.gz 2) == 1f8b ]] || fail "--gzip output is not gzip"
+expect_status 0 "$kvxml" convert --zlib doc.xml doc.xml.zz --to xml
+[[ $(hex doc.xml.zz 1) == 78 ]] || fail "--zlib output is not zlib"
+expect_status 0 "$kvxml" convert doc.fi.gz unzipped.xml
+cmp -s back.xml unzipped.xml || fail "gzip input did not convert like plain input"
+
+# The report.
+expect_status 0 "$kvxml" info doc.fi.gz
+for line in "format: fastinfoset" "compression: gzip" "elements: 4" "attributes: 2" "element names 3"; do
+  grep -q "$line" out.txt || fail "info lacks '$line': $(cat out.txt)"
+done
+
+# Usage errors exit 2, failures 1, each with a message naming the file.
+expect_status 0 "$kvxml" --help
+grep -q "Usage: kvxml convert" out.txt || fail "--help prints no usage"
+expect_status 0 "$kvxml" --version
+grep -Eq "^kvxml [0-9]+\.[0-9]+" out.txt || fail "--version: $(cat out.txt)"
+expect_status 2 "$kvxml"
+expect_status 2 "$kvxml" convert doc.xml
+expect_status 2 "$kvxml" convert --to json doc.xml x
+expect_status 2 "$kvxml" frobnicate
+expect_status 1 "$kvxml" convert missing.xml x.fi
+grep -q "missing.xml" err.txt || fail "no file name in: $(cat err.txt)"
+printf '<a>\n<b></a>\n' >bad.xml
+expect_status 1 "$kvxml" convert bad.xml bad.fi
+grep -q "bad.xml: .*line 2" err.txt || fail "no file and line in: $(cat err.txt)"
+[[ ! -e bad.fi ]] || fail "a failed conversion left bad.fi behind"
+head -c 20 doc.fi >cut.fi
+expect_status 1 "$kvxml" convert cut.fi cut.xml
+grep -q "cut.fi: " err.txt || fail "no file name in: $(cat err.txt)"
+
+((failures == 0)) && echo "all checks passed"
+((failures == 0))

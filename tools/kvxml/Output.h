@@ -1,0 +1,44 @@
+// Output.h - the converter's output file or standard output, optionally deflated as it is written.
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include <zlib.h>
+
+#include "Input.h"
+
+namespace kvxml_cli {
+
+/// Bytes go to the file (created when the first byte is written, so a
+/// failed conversion of an unopened output leaves nothing) or to standard
+/// output for "-". Throws std::runtime_error naming the file on failure.
+class Output {
+public:
+    Output(const std::string& path, Compression compression);
+    ~Output();
+    Output(const Output&) = delete;
+    Output& operator=(const Output&) = delete;
+
+    void Write(const void* data, std::size_t length);
+    /// Ends the compressed stream and closes the file.
+    void Finish();
+    /// Removes a partly written file after a failure.
+    void Discard();
+
+private:
+    void Open();
+    void WriteRaw(const unsigned char* data, std::size_t length);
+    void Deflate(const unsigned char* data, std::size_t length, int flush);
+
+    std::string m_path;
+    std::string m_name;
+    Compression m_compression;
+    std::FILE* m_file = nullptr;
+    bool m_deflating = false;
+    z_stream m_stream{};
+};
+
+}  // namespace kvxml_cli

@@ -1,0 +1,43 @@
+// TreeStreamer.h - a document's elements in document order while it loads, in bounded memory.
+//
+// The document reports each element once it is complete and deletes it when
+// told to, so at any moment the tree holds only the path from the root to
+// the element being read (earlier siblings are gone). The streamer turns
+// those completions back into start, text and end events: when an element
+// completes, its ancestors that have not been started yet are started
+// first, and text that arrived between children is passed on in place.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "Input.h"
+#include "kvxml/dom/XmlDocument.h"
+
+namespace kvxml_cli {
+
+/// The events of a document in order, whichever reader produced them.
+class TreeVisitor {
+public:
+    virtual ~TreeVisitor() = default;
+    virtual void Start(const std::string& localName, const std::string& namespaceUri) = 0;
+    /// Follows Start, before any text or child.
+    virtual void Attribute(const std::string& localName, const std::string& namespaceUri, const std::string& value) = 0;
+    /// A piece of character data; pieces may follow each other.
+    virtual void Text(const std::string& text) = 0;
+    virtual void End() = 0;
+    /// After each completed element: a moment to drain output.
+    virtual void Completed() {}
+};
+
+/// Loads the input (XML text or Fast Infoset) into a document that keeps
+/// only the open path and visits every element. Throws std::runtime_error
+/// naming the input.
+void StreamDocument(const Input& input, TreeVisitor& visitor);
+
+/// XML text straight through expat, in pieces. Throws std::runtime_error
+/// naming the input and the line.
+void StreamXmlText(const Input& input, TreeVisitor& visitor);
+
+}  // namespace kvxml_cli

@@ -1,0 +1,16 @@
+// ValueTypes.h - the type a text value can take in binary form without changing its text.
+#pragma once
+
+#include <string>
+
+#include "kvxml/values/ItemType.h"
+
+namespace kvxml_cli {
+
+/// A type whose suggested Fast Infoset encoding gives back exactly `text`:
+/// i4 or i8 for canonical integers, boolean for "true"/"false", decimal or
+/// integer (numeric alphabet) for other numbers, datetime (date and time
+/// alphabet) for dates and times; string for everything else.
+KvXmlLib10::ItemType InferItemType(const std::string& text);
+
+}  // namespace kvxml_cli
