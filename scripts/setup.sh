@@ -14,10 +14,14 @@ for pkg in "${packages[@]}"; do
 done
 sudo_cmd=()
 [[ $(id -u) -eq 0 ]] || sudo_cmd=(sudo)
+export DEBIAN_FRONTEND=noninteractive
+# Package lists older than a day (or none, on a fresh machine) would hide both
+# missing packages and newer security updates.
+if ! find /var/lib/apt/lists -maxdepth 1 -name '*_Packages' -mtime -1 2>/dev/null | grep -q .; then
+  "${sudo_cmd[@]}" apt-get update -qq
+fi
 if ((${#missing[@]} > 0)); then
   echo "setup: installing ${missing[*]}"
-  export DEBIAN_FRONTEND=noninteractive
-  "${sudo_cmd[@]}" apt-get update -qq
   "${sudo_cmd[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 fi
 # Older expat, zlib and PCRE2 builds of Debian 12 have parser crashes fixed
@@ -29,8 +33,6 @@ outdated=$(LC_ALL=C apt-cache policy "${runtime[@]}" 2>/dev/null | awk '
   $1 == "Candidate:" && installed != "(none)" && $2 != "(none)" && installed != $2 { printf "%s ", pkg }')
 if [[ -n "$outdated" ]]; then
   echo "setup: updating ${outdated}"
-  export DEBIAN_FRONTEND=noninteractive
-  "${sudo_cmd[@]}" apt-get update -qq
   # shellcheck disable=SC2086  # a list of package names
   "${sudo_cmd[@]}" apt-get install -y -qq --no-install-recommends $outdated >/dev/null
 fi
