@@ -53,6 +53,9 @@
 #include "kvxml/metadata/ElementInfoClass.h"
 #include "kvxml/metadata/AttributeInfo.h"
 #include "kvxml/metadata/PrimitiveCollections.h"
+#include "kvxml/metadata/WildcardIterator.h"
+#include "kvxml/metadata/AnyAttribute.h"
+#include "kvxml/metadata/AnyElement.h"
 
 #include "kvxml/dom/XmlAttribute.h"
 #include "kvxml/dom/XmlElement.h"

@@ -1,0 +1,150 @@
+// AnyContentTest.cpp - the wildcard wrappers: construction rules, copying, reading and writing element trees, the
+// collections' namespace rules, and trees too deep for recursion.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "kvxml/metadata/AnyElement.h"
+#include "metadata/GeneratedTestClasses.h"
+#include "support/KvTestSupport.h"
+
+using namespace kvtest;
+using namespace KvXmlLib10;
+
+namespace {
+
+struct ConstructionCase {
+    const char* name;
+    const char* namespaceUri;
+    const char* restriction;
+    const char* target;
+    const char* message;  // null: accepted
+};
+
+TEST(AnyElement, InitChecksEveryStringAndTheNamespace) {
+    const ConstructionCase cases[] = {
+        {nullptr, "", "##any", "", "Element Name must have a value"},
+        {"e", "", nullptr, "", "Namespace Restriction must have a value"},
+        {"e", "", "##any", nullptr, "Target Namespace must have a value"},
+        {"e", "", "##local ##others", "", "Invalid Namespace [##others]"},
+        {"e", "urn:b", "##local ##targetNamespace", "urn:a",
+         "Invalid namespace [urn:b]. The namespace must be one of [##local ##targetNamespace] where the target "
+         "namespace is [urn:a]"},
+        {"e", "urn:a", "##local ##targetNamespace", "urn:a", nullptr},
+        {"e", "urn:x", "urn:x urn:y", "", nullptr},
+    };
+    for (const ConstructionCase& c : cases) {
+        SCOPED_TRACE(c.message ? c.message : c.restriction);
+        if (c.message) {
+            EXPECT_KV_THROW(CElement(c.name, c.namespaceUri, c.restriction, c.target), CKvInvalidNamespaceException,
+                            c.message);
+        } else {
+            CElement element(c.name, c.namespaceUri, c.restriction, c.target);
+            EXPECT_EQ(element.GetNamespace(), c.namespaceUri);
+            EXPECT_EQ(element.GetAttributes()->GetNamespaceRestriction(), "##any");
+            EXPECT_EQ(element.GetElements()->GetMaxOccurs(), -1);
+        }
+    }
+    EXPECT_KV_THROW(CElement(nullptr), CKvInvalidNamespaceException, "Element Name must have a value");
+    EXPECT_KV_THROW(CAttributeCol("a", "##bad"), CKvInvalidNamespaceException, "Invalid Namespace [##bad]");
+    EXPECT_KV_THROW(CElementCol("a", "##any", nullptr, 0, -1), CKvInvalidNamespaceException,
+                    "Target Namespace must have a value");
+}
+
+TEST(AnyElement, CopiedElementWritesTextAfterChildrenAndClonesAlike) {
+    ParsedDocument doc("<r a='1' xmlns:p='urn:p' p:b='2'>t1<c x='&amp;'/>t2<p:d>in</p:d></r>");
+    CElement element("x");
+    element.CopyXmlElement(doc.Root());
+    const std::string expected = "<r a=\"1\" xmlns:AA=\"urn:p\" AA:b=\"2\"><c x=\"&amp;\"/><AA:d>in</AA:d>t1t2</r>";
+    EXPECT_EQ(element.ToXml(false, false), expected);
+    EXPECT_EQ(element.GetElementName(), "r");
+    EXPECT_EQ(element.GetAttributes()->Item(1)->GetNamespace(), "urn:p");
+    EXPECT_EQ(element.GetOwnDefaultNamespace(), "");
+
+    CSmartPtr<CElement> copy(element.Clone());
+    EXPECT_EQ(copy->ToXml(false, false), expected);
+    copy->GetElements()->Item(0)->SetText("changed");
+    EXPECT_EQ(element.ToXml(false, false), expected);
+
+    CElement read("r");
+    read.FromXml("<r a='1'><c/>t</r>");
+    EXPECT_EQ(read.ToXml(false, false), "<r a=\"1\"><c/>t</r>");
+}
+
+TEST(AnyElement, OwnDefaultNamespaceIsDeclaredByAnInnerWriterWithoutAttributes) {
+    CXmlSerializationContext noNamespaces;
+    noNamespaces.SetSchemaType(SchemaType_NoNamespaces);
+    ParsedDocument doc("<r xmlns='urn:x' a='1'><c/>t</r>", noNamespaces);
+    CElement element("r");
+    element.CopyXmlElement(doc.Root());
+    EXPECT_EQ(element.GetOwnDefaultNamespace(), "urn:x");
+    EXPECT_EQ(element.ToXml(false, false), "<r xmlns=\"urn:x\"><c/>t</r>");
+
+    CElement outer("o");
+    outer.GetElements()->Add(CSmartPtr<CElement>(element.Clone()).get());
+    EXPECT_EQ(outer.ToXml(false, true), "<o>\n<r xmlns=\"urn:x\">\n\t<c/>\nt</r>\n\n</o>\n");
+}
+
+TEST(AnyElementCol, ReadsWhatTheRestrictionAdmitsAndLeavesTheRest) {
+    ParsedDocument doc(
+        "<r xmlns:a='urn:a' xmlns:b='urn:b'><b:one/><two/><a:three/><b:four/></r>");
+    CSmartPtr<CElementCol> other(new CElementCol("AnyElement", "##other", "urn:a", 0, -1));
+    CXmlElement* left = CXmlObjectBase::FromXml_Int(other.get(), doc.Root(), doc.First(), CXmlSerializationContext::m_defaultContext);
+    ASSERT_NE(left, nullptr);
+    EXPECT_EQ(left->GetLocalName(), "three");
+    EXPECT_EQ(other->GetCount(), 2);
+    EXPECT_EQ(other->Item(1)->GetNamespaceRestriction(), "##other");
+
+    CSmartPtr<CElementCol> locked(new CElementCol("one", "##any", "", 0, -1));
+    EXPECT_EQ(locked->FromXmlLockElementName_Int(doc.Root(), doc.First(), CXmlSerializationContext::m_defaultContext,
+                                                 "one", "urn:b")->GetLocalName(),
+              "two");
+    EXPECT_EQ(locked->GetCount(), 1);
+
+    ParsedDocument attributes("<r xmlns:a='urn:a' x='1' a:y='2'/>");
+    CSmartPtr<CAttributeCol> local(new CAttributeCol("", "##local", "urn:a"));
+    EXPECT_KV_THROW(CXmlObjectBase::FromXml_Int(local.get(), attributes.Root(), nullptr,
+                                                CXmlSerializationContext::m_defaultContext),
+                    CKvInvalidNamespaceException, "Invalid Attribute [y]. The attributes namespace is Inappropriate.");
+    EXPECT_EQ(local->GetCount(), 1);
+}
+
+TEST(AnyElementCol, AddIterateAndRestrictionMessages) {
+    CSmartPtr<CElementCol> noNamespace(new CElementCol("e", "##any", "", 0, -1));
+    EXPECT_KV_THROW(noNamespace->Add("x"), CKvInvalidParamException, "A Namespace has not been set for this Collection");
+    CSmartPtr<CElementCol> col(new CElementCol("e", "##targetNamespace", "urn:t", 0, -1));
+    EXPECT_EQ(col->Add("x")->GetNamespace(), "urn:t");
+    EXPECT_KV_THROW(col->Add("y", "urn:z"), CKvInvalidNamespaceException,
+                    "Invalid namespace [urn:z]. The namespace must be one of [##targetNamespace] where the target "
+                    "namespace is [urn:t]");
+    std::string names;
+    for (CElement* element : *col) names += element->GetElementName();
+    EXPECT_EQ(names, "x");
+    CElementCol::iterator end = col->end();
+    EXPECT_KV_THROW(++end, CKvException, "No More Elements in the Collection");
+
+    CElement element("e", "urn:a");
+    EXPECT_KV_THROW(element.SetNamespaceRestrictions("##other", "urn:a"), CKvInvalidNamespaceException,
+                    "The namespace urn:a in the class e is invalid against restriction ##other");
+    element.SetNamespaceRestrictions("##other", "urn:b");
+    EXPECT_EQ(element.GetNamespaceRestriction(), "##other");
+}
+
+TEST(AnyElement, TreesDeeperThanAnyStackAreCopiedReadWrittenClonedAndFreed) {
+    const int depth = 100000;
+    std::string text;
+    for (int i = 0; i < depth; ++i) text += "<a>";
+    text += "x";
+    for (int i = 0; i < depth; ++i) text += "</a>";
+
+    CElement read("a");
+    read.FromXml(text.c_str());
+    EXPECT_EQ(read.ToXml(false, false), text);
+    CSmartPtr<CElement> clone(read.Clone());
+    ParsedDocument doc(text.c_str());
+    CElement copy("a");
+    copy.CopyXmlElement(doc.Root());
+    EXPECT_EQ(copy.GetElements()->Item(0)->GetElementName(), "a");
+}
+
+}  // namespace
