@@ -11,7 +11,9 @@
 #include <vector>
 
 #include "../tests/bindings/AllTypes.cpp"
+#include "../tests/bindings/Drawing.cpp"
 #include "../tests/bindings/Measurement.cpp"
+#include "../tests/bindings/PurchaseOrder.cpp"
 #include "../tests/bindings/Settings.cpp"
 #include "../tests/bindings/Shape.cpp"
 #include "../tests/bindings/Ticket.cpp"
@@ -78,6 +80,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         ReadWriteRead<kvbind::CSettings>(bytes, *context);
         ReadWriteRead<kvbind::CShape>(bytes, *context);
         ReadWriteRead<kvbind::CMeasurement>(bytes, *context);
+        ReadWriteRead<kvbind::CPurchaseOrders>(bytes, *context);
+        ReadWriteRead<kvbind::CDrawing>(bytes, *context);
     }
     return 0;
 }

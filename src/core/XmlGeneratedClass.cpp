@@ -2,13 +2,16 @@
 #include "kvxml/core/XmlGeneratedClass.h"
 
 #include "kvxml/core/SerializationContext.h"
+#include "kvxml/core/XmlCollectionBase.h"
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/metadata/AttributeInfo.h"
 #include "kvxml/metadata/ElementInfo.h"
+#include "kvxml/metadata/ElementInfoCollection.h"
 #include "kvxml/metadata/ParentElementInfo.h"
 #include "kvxml/output/XmlWriter.h"
 #include "kvxml/values/Variant.h"
+#include "metadata/detail/MetadataSupport.h"
 
 namespace KvXmlLib10 {
 
@@ -76,8 +79,19 @@ bool CXmlGeneratedClass::IsElementInList(const CXmlSerializationContext& context
 bool CXmlGeneratedClass::DoesElementContainOptionalElements() const {
     CElementInfo** elements = GetClassElementInfo();
     if (!elements) return false;
-    for (; *elements; ++elements)
-        if ((*elements)->MayBeAbsentFromChoice(this)) return true;
+    for (; *elements; ++elements) {
+        // A choice collection may be absent when it may be empty; any other
+        // choice member is optional by nature.
+        if (const auto* list = dynamic_cast<const KvXmlLib10Data::CElementInfoChoiceCol*>(*elements)) {
+            KvVariant value;
+            list->ReadProperty(this, value);
+            detail::HeldObject collection(value.GetXmlCollection());
+            if (collection.get() && static_cast<CXmlCollectionBase*>(collection.get())->GetMinOccurs() == 0)
+                return true;
+        } else if (dynamic_cast<const KvXmlLib10Data::CElementInfoChoice*>(*elements)) {
+            return true;
+        }
+    }
     return false;
 }
 

@@ -113,11 +113,15 @@ void CXmlGeneratedClass::ProcessAttributesFromXml(const CXmlSerializationContext
     CAttributeInfo** attributes = GetClassAttributeInfo();
     const int32_t count = CountOf(attributes);
     FoundFlags found(count);
+    // A pseudo element reads from its parent's element: the attributes it
+    // does not take, and the nil marker, are the parent's.
+    const bool pseudo = GetClassInfo()->GetElementType() != KvXmlLib10Data::ElementType_Element;
 
     for (CXmlAttribute* attribute : element->GetAttributes()) {
         // xsi:nil is one of the schema-instance attributes skipped below, so
         // it is looked at first.
         if (attribute->IsNilAttribute()) {
+            if (pseudo) continue;
             INillable* target = dynamic_cast<INillable*>(this);
             if (!target || !nillable)
                 throw CKvValidationException(FormatString(
@@ -141,7 +145,7 @@ void CXmlGeneratedClass::ProcessAttributesFromXml(const CXmlSerializationContext
                 taken = true;
             }
         }
-        if (!taken && !context.GetIgnoreUnknownAttributes())
+        if (!taken && !pseudo && !context.GetIgnoreUnknownAttributes())
             throw CKvValidationException(
                 FormatString("Unexpected Attribute [%s] found.", attribute->GetLocalName().c_str()));
     }

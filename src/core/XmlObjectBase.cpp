@@ -2,6 +2,7 @@
 #include "kvxml/core/XmlObjectBase.h"
 
 #include "core/detail/ProcessSwitches.h"
+#include "kvxml/core/XmlCollectionBase.h"
 #include "kvxml/core/XmlObjectHelper.h"
 #include "kvxml/dom/XmlDocument.h"
 #include "kvxml/foundation/FormatString.h"
@@ -243,6 +244,17 @@ void CXmlObjectBase::Choice_SetElementValid(bool valid, const char* name, std::s
             "The Property %s is already set. Only one element within this class bay be set at a time",
             selected.c_str()));
     }
+}
+
+void CXmlObjectBase::Choice_Read_Collection(CXmlCollectionBase* collection, CXmlElement* parent,
+                                            CXmlElement*& current, int32_t& count,
+                                            const CXmlSerializationContext& context) {
+    if (count > 0) return;  // the choice already has its member
+    CXmlElement* next = FromXml_Int(collection, parent, current, context);
+    if (next == current) return;
+    current = next;
+    collection->ValidateCount(context);
+    ++count;
 }
 
 }  // namespace KvXmlLib10

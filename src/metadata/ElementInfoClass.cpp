@@ -9,6 +9,8 @@
 
 namespace KvXmlLib10Data {
 
+using KvXmlLib10::AbstractClassFactoryFunc;
+using KvXmlLib10::ClassFactoryFunc;
 using KvXmlLib10::CXmlElement;
 using KvXmlLib10::CXmlGeneratedClass;
 using KvXmlLib10::CXmlSerializationContext;

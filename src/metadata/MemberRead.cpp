@@ -3,6 +3,7 @@
 #include "metadata/detail/MemberRead.h"
 
 #include "kvxml/core/SerializationContext.h"
+#include "kvxml/core/XmlCollectionBase.h"
 #include "kvxml/core/XmlGeneratedClass.h"
 #include "kvxml/dom/XmlElement.h"
 #include "kvxml/foundation/FormatString.h"
@@ -159,6 +160,26 @@ bool ReadClassMember(MissRule rule, const ClassCodec& codec, const CElementInfo&
     if (codec.MakesChild() && !storeFirst) Store(info, object, child.get());
     *current = element->GetNextSiblingElement();
     return true;
+}
+
+bool ReadCollectionMember(MissRule rule, bool checkCount, const CElementInfo& info,
+                          const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement* parent,
+                          CXmlElement** current, XmlElementType elementType) {
+    KvVariant value;
+    info.ReadProperty(object, value);
+    HeldObject held(value.GetXmlCollection());
+    auto* collection = static_cast<CXmlCollectionBase*>(held.get());
+    if (!collection) return AnswerMiss(rule, info, context, elementType);
+    CXmlElement* next = info.FromXml_Int(collection, *current, parent, context, false);
+    const bool consumed = next != *current;
+    *current = next;
+    if (!consumed && rule == MissRule::Decline) return false;
+    if (!checkCount) return true;
+    if (elementType == KvXmlLib10Data::ElementType_Element) {
+        collection->ValidateCount(context);
+        return true;
+    }
+    return collection->IsValidCount(context);
 }
 
 void WritePseudoChildAttributes(const CElementInfo& info, XmlElementType childType,

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "kvxml/core/ClassFactoryBase.h"
 #include "kvxml/core/SmartPtr.h"
 #include "kvxml/core/XmlCollectionBase.h"
 #include "kvxml/foundation/Export.h"
@@ -12,13 +13,6 @@
 namespace KvXmlLib10 {
 
 class CXmlElement;
-
-/// Generated factory of a class: a new object for the class number, named
-/// after the element.
-typedef CSmartPtr<CXmlObjectBase> (*ClassFactoryFunc)(int32_t classNumber, const char* elementName);
-/// Generated factory of an abstract class: the concrete object for the
-/// element (by its name and xsi:type), or null when none fits.
-typedef CSmartPtr<CXmlObjectBase> (*AbstractClassFactoryFunc)(CXmlElement* element);
 
 /// Holds one reference on each item, given back on removal and on
 /// destruction. Adding fires events 1, 2 and 0 with the item; removing fires

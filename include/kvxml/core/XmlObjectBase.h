@@ -118,6 +118,12 @@ public:
     static void Choice_SelectElement(const char* name, CXmlObjectBase* value, std::string& selected);
     static void Choice_CollectionChanged(const char* name, int32_t count, std::string& selected);
     static void Choice_SetElementValid(bool valid, const char* name, std::string& selected);
+    /// Reads a collection member of a choice: nothing when count is already
+    /// above 0 or the collection consumed nothing; otherwise moves current
+    /// past what it read, checks the count (ValidateCount throws) and
+    /// increments count.
+    static void Choice_Read_Collection(CXmlCollectionBase* collection, CXmlElement* parent, CXmlElement*& current,
+                                       int32_t& count, const CXmlSerializationContext& context);
 
     // Collection events: each calls sink->OnEvent(collection->GetBase(), type, data)
     // with type 0 (changed, data null), 1 and 2 (adding, added: the item),

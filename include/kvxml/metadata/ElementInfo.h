@@ -76,11 +76,6 @@ public:
     virtual void PseudoChildAttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
                                            const KvXmlLib10::CXmlGeneratedClass* object,
                                            KvXmlLib10::CXmlWriter* writer) const;
-    /// Whether a choice whose members are all unset may still be written or
-    /// read as empty because of this member. False here; true for the
-    /// optional members of a choice; the choice collections decide by their
-    /// minimum count.
-    virtual bool MayBeAbsentFromChoice(const KvXmlLib10::CXmlGeneratedClass* object) const;
 
     /// The property through the object's accessor (read).
     void ReadProperty(const KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::KvVariant& value) const;
@@ -106,6 +101,11 @@ public:
     /// Shared writer of the class kinds: the child writes itself.
     bool ElementToXmlCls(const KvXmlLib10::CXmlSerializationContext& context,
                          const KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::CXmlWriter* writer, bool flag) const;
+    /// Shared writer of the collection kinds: an empty (or absent) collection
+    /// writes nothing and answers false; otherwise each item writes itself in
+    /// the descriptor's namespace.
+    bool ElementToXmlCol(const KvXmlLib10::CXmlSerializationContext& context,
+                         const KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::CXmlWriter* writer) const;
 
     /// Facet check of a value about to be written. Throws what the facet
     /// checker throws, or CKvException "Cannot CheckRestriction for type: ..."
@@ -160,8 +160,6 @@ public:
     /// Throws CKvException "Not implemented, should never be called".
     bool Validate(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
                   bool found, bool checkMandatory) const override;
-    /// True: every member of a choice may be absent.
-    bool MayBeAbsentFromChoice(const KvXmlLib10::CXmlGeneratedClass* object) const override;
 };
 
 /// Member of an xs:sequence.

@@ -9,18 +9,10 @@
 
 #include <cstdint>
 
-#include "kvxml/core/SmartPtr.h"
+#include "kvxml/core/ClassFactoryBase.h"
 #include "kvxml/metadata/ElementInfo.h"
 
 namespace KvXmlLib10Data {
-
-/// Generated factory of a class member: a new object for a class number and
-/// an element name.
-typedef KvXmlLib10::CSmartPtr<KvXmlLib10::CXmlObjectBase> (*ClassFactoryFunc)(int32_t classNumber,
-                                                                              const char* elementName);
-/// Generated factory of an abstract member: a new object of the class that
-/// fits the DOM element (its name, its xsi:type), or null when none does.
-typedef KvXmlLib10::CSmartPtr<KvXmlLib10::CXmlObjectBase> (*AbstractClassFactoryFunc)(KvXmlLib10::CXmlElement* element);
 
 /// Mandatory class member of a sequence: the parent creates the child in
 /// advance; reading searches like every mandatory sequence member and lets
@@ -29,7 +21,7 @@ typedef KvXmlLib10::CSmartPtr<KvXmlLib10::CXmlObjectBase> (*AbstractClassFactory
 class KVXML_API CElementInfoSeqClsMnd : public CElementInfoSeq {
 public:
     CElementInfoSeqClsMnd(const char* elementName, const char* namespaceUri, int32_t propertyId,
-                          XmlElementType elementType, ClassFactoryFunc factory, int32_t classNumber,
+                          XmlElementType elementType, KvXmlLib10::ClassFactoryFunc factory, int32_t classNumber,
                           bool mandatoryContent);
     ~CElementInfoSeqClsMnd() override;
     bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
@@ -44,7 +36,7 @@ public:
 
 private:
     XmlElementType m_elementType;
-    ClassFactoryFunc m_factory;
+    KvXmlLib10::ClassFactoryFunc m_factory;
     int32_t m_classNumber;
     bool m_mandatoryContent;
 };
@@ -53,7 +45,7 @@ private:
 class KVXML_API CElementInfoAllClsMnd : public CElementInfoAll {
 public:
     CElementInfoAllClsMnd(const char* elementName, const char* namespaceUri, int32_t propertyId,
-                          XmlElementType elementType, ClassFactoryFunc factory, int32_t classNumber,
+                          XmlElementType elementType, KvXmlLib10::ClassFactoryFunc factory, int32_t classNumber,
                           bool mandatoryContent);
     ~CElementInfoAllClsMnd() override;
     bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
@@ -74,7 +66,7 @@ public:
 
 private:
     XmlElementType m_elementType;
-    ClassFactoryFunc m_factory;
+    KvXmlLib10::ClassFactoryFunc m_factory;
     int32_t m_classNumber;
     bool m_mandatoryContent;
 };
@@ -85,7 +77,7 @@ private:
 class KVXML_API CElementInfoSeqClsOpt : public CElementInfoSeq {
 public:
     CElementInfoSeqClsOpt(const char* elementName, const char* namespaceUri, int32_t propertyId,
-                          XmlElementType elementType, ClassFactoryFunc factory, int32_t classNumber);
+                          XmlElementType elementType, KvXmlLib10::ClassFactoryFunc factory, int32_t classNumber);
     ~CElementInfoSeqClsOpt() override;
     bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
                       KvXmlLib10::CXmlWriter* writer) const override;
@@ -99,7 +91,7 @@ public:
 
 private:
     XmlElementType m_elementType;
-    ClassFactoryFunc m_factory;
+    KvXmlLib10::ClassFactoryFunc m_factory;
     int32_t m_classNumber;
 };
 
@@ -107,7 +99,7 @@ private:
 class KVXML_API CElementInfoAllClsOpt : public CElementInfoAll {
 public:
     CElementInfoAllClsOpt(const char* elementName, const char* namespaceUri, int32_t propertyId,
-                          XmlElementType elementType, ClassFactoryFunc factory, int32_t classNumber);
+                          XmlElementType elementType, KvXmlLib10::ClassFactoryFunc factory, int32_t classNumber);
     ~CElementInfoAllClsOpt() override;
     bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
                       KvXmlLib10::CXmlWriter* writer) const override;
@@ -124,7 +116,7 @@ public:
 
 private:
     XmlElementType m_elementType;
-    ClassFactoryFunc m_factory;
+    KvXmlLib10::ClassFactoryFunc m_factory;
     int32_t m_classNumber;
 };
 
@@ -133,7 +125,7 @@ private:
 class KVXML_API CElementInfoChoiceClsOpt : public CElementInfoChoice {
 public:
     CElementInfoChoiceClsOpt(const char* elementName, const char* namespaceUri, int32_t propertyId,
-                             XmlElementType elementType, ClassFactoryFunc factory, int32_t classNumber);
+                             XmlElementType elementType, KvXmlLib10::ClassFactoryFunc factory, int32_t classNumber);
     ~CElementInfoChoiceClsOpt() override;
     bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
                       KvXmlLib10::CXmlWriter* writer) const override;
@@ -147,7 +139,7 @@ public:
 
 private:
     XmlElementType m_elementType;
-    ClassFactoryFunc m_factory;
+    KvXmlLib10::ClassFactoryFunc m_factory;
     int32_t m_classNumber;
 };
 
@@ -158,7 +150,7 @@ private:
 class KVXML_API CElementInfoSeqAbsClsMnd : public CElementInfoSeq {
 public:
     CElementInfoSeqAbsClsMnd(const char* elementName, const char* namespaceUri, int32_t propertyId,
-                             XmlElementType elementType, AbstractClassFactoryFunc factory);
+                             XmlElementType elementType, KvXmlLib10::AbstractClassFactoryFunc factory);
     ~CElementInfoSeqAbsClsMnd() override;
     bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
                       KvXmlLib10::CXmlWriter* writer) const override;
@@ -172,7 +164,7 @@ public:
 
 private:
     XmlElementType m_elementType;
-    AbstractClassFactoryFunc m_factory;
+    KvXmlLib10::AbstractClassFactoryFunc m_factory;
 };
 
 /// Optional abstract member of a sequence; an element the factory finds no
@@ -180,7 +172,7 @@ private:
 class KVXML_API CElementInfoSeqAbsClsOpt : public CElementInfoSeq {
 public:
     CElementInfoSeqAbsClsOpt(const char* elementName, const char* namespaceUri, int32_t propertyId,
-                             XmlElementType elementType, AbstractClassFactoryFunc factory);
+                             XmlElementType elementType, KvXmlLib10::AbstractClassFactoryFunc factory);
     ~CElementInfoSeqAbsClsOpt() override;
     bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
                       KvXmlLib10::CXmlWriter* writer) const override;
@@ -194,14 +186,14 @@ public:
 
 private:
     XmlElementType m_elementType;
-    AbstractClassFactoryFunc m_factory;
+    KvXmlLib10::AbstractClassFactoryFunc m_factory;
 };
 
 /// Abstract member of a choice.
 class KVXML_API CElementInfoChoiceAbsClsOpt : public CElementInfoChoice {
 public:
     CElementInfoChoiceAbsClsOpt(const char* elementName, const char* namespaceUri, int32_t propertyId,
-                                XmlElementType elementType, AbstractClassFactoryFunc factory);
+                                XmlElementType elementType, KvXmlLib10::AbstractClassFactoryFunc factory);
     ~CElementInfoChoiceAbsClsOpt() override;
     bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
                       KvXmlLib10::CXmlWriter* writer) const override;
@@ -215,7 +207,7 @@ public:
 
 private:
     XmlElementType m_elementType;
-    AbstractClassFactoryFunc m_factory;
+    KvXmlLib10::AbstractClassFactoryFunc m_factory;
 };
 
 /// Optional abstract member of an all group. Abstract members of an all
@@ -223,7 +215,7 @@ private:
 class KVXML_API CElementInfoAllAbsClsOpt : public CElementInfoAll {
 public:
     CElementInfoAllAbsClsOpt(const char* elementName, const char* namespaceUri, int32_t propertyId,
-                             XmlElementType elementType, AbstractClassFactoryFunc factory);
+                             XmlElementType elementType, KvXmlLib10::AbstractClassFactoryFunc factory);
     ~CElementInfoAllAbsClsOpt() override;
     bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
                       KvXmlLib10::CXmlWriter* writer) const override;
@@ -240,7 +232,7 @@ public:
 
 private:
     XmlElementType m_elementType;
-    AbstractClassFactoryFunc m_factory;
+    KvXmlLib10::AbstractClassFactoryFunc m_factory;
 };
 
 /// Mandatory abstract member of an all group; reading throws CKvException
@@ -248,7 +240,7 @@ private:
 class KVXML_API CElementInfoAllAbsClsMnd : public CElementInfoAll {
 public:
     CElementInfoAllAbsClsMnd(const char* elementName, const char* namespaceUri, int32_t propertyId,
-                             XmlElementType elementType, AbstractClassFactoryFunc factory, int32_t number);
+                             XmlElementType elementType, KvXmlLib10::AbstractClassFactoryFunc factory, int32_t number);
     ~CElementInfoAllAbsClsMnd() override;
     bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
                       KvXmlLib10::CXmlWriter* writer) const override;
@@ -266,7 +258,7 @@ public:
 
 private:
     XmlElementType m_elementType;
-    AbstractClassFactoryFunc m_factory;
+    KvXmlLib10::AbstractClassFactoryFunc m_factory;
     int32_t m_number;
 };
 

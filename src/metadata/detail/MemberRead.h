@@ -74,9 +74,9 @@ struct EnumCodec {
 /// with neither, the child the parent created in advance (mandatory classes).
 struct ClassCodec {
     KvXmlLib10Data::XmlElementType childType;
-    KvXmlLib10Data::ClassFactoryFunc factory;
+    ClassFactoryFunc factory;
     int32_t classNumber;
-    KvXmlLib10Data::AbstractClassFactoryFunc abstractFactory;
+    AbstractClassFactoryFunc abstractFactory;
 
     bool Write(const KvXmlLib10Data::CElementInfo& info, const CXmlSerializationContext& context,
                const CXmlGeneratedClass* object, CXmlWriter* writer) const;
@@ -107,6 +107,15 @@ bool ReadMember(MissRule rule, const Codec& codec, const KvXmlLib10Data::CElemen
 bool ReadClassMember(MissRule rule, const ClassCodec& codec, const KvXmlLib10Data::CElementInfo& info,
                      const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement* parent,
                      CXmlElement** current, KvXmlLib10Data::XmlElementType elementType);
+
+/// The read of every collection member: the collection held by the property
+/// reads the consecutive elements it accepts from the cursor. Having read
+/// nothing, a Decline member answers false. Otherwise, with checkCount, an
+/// own element (elementType 0) calls ValidateCount, which throws on a count
+/// outside the bounds, and a pseudo element answers IsValidCount.
+bool ReadCollectionMember(MissRule rule, bool checkCount, const KvXmlLib10Data::CElementInfo& info,
+                          const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement* parent,
+                          CXmlElement** current, KvXmlLib10Data::XmlElementType elementType);
 
 /// The pseudo-element read: let the child read from the cursor inside the
 /// parent; only when it consumed at least one element is it stored (when
