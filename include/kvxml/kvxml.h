@@ -52,6 +52,7 @@
 #include "kvxml/metadata/ElementInfoEnumeration.h"
 #include "kvxml/metadata/ElementInfoClass.h"
 #include "kvxml/metadata/ElementInfoCollection.h"
+#include "kvxml/metadata/ElementInfoUntyped.h"
 #include "kvxml/metadata/AttributeInfo.h"
 #include "kvxml/metadata/PrimitiveCollections.h"
 #include "kvxml/metadata/WildcardIterator.h"

@@ -113,8 +113,8 @@ void CAttributeCol::ToXml_Int(CXmlWriter* writer, bool, const char* targetNamesp
         CXmlObjectBase::ToXml_Int(attribute, writer, false, targetNamespace, context, flag);
 }
 
-CXmlElement* CAttributeCol::FromXml_Int(CXmlElement* element, CXmlElement* firstChild,
-                                        const CXmlSerializationContext&, bool) {
+CXmlElement* CAttributeCol::FromXml_Int(CXmlElement* element, CXmlElement* firstChild, const CXmlSerializationContext&,
+                                        bool) {
     if (!element) return firstChild;
     const std::string& target = GetItemNamespace();
     for (const CXmlAttribute* attribute : element->GetAttributes()) {

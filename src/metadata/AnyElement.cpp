@@ -96,8 +96,8 @@ struct CElement::Tree {
         const CElementCol& children = *source.m_elements;
         const std::string name = children.GetElementName();
         const std::string target = children.GetTargetNamespace();
-        CElementCol* elements = new CElementCol(name.c_str(), children.GetNamespaceRestriction().c_str(), target.c_str(),
-                                                children.GetMinOccurs(), children.GetMaxOccurs());
+        CElementCol* elements = new CElementCol(name.c_str(), children.GetNamespaceRestriction().c_str(),
+                                                target.c_str(), children.GetMinOccurs(), children.GetMaxOccurs());
         elements->AddRef();
         detail::ReleaseFlat(std::exchange(copy.m_elements, elements));
     }
@@ -148,7 +148,8 @@ struct CElement::Tree {
             CElementCol& children = *top.element->m_elements;
             CXmlElement* child = top.next;
             const std::string target = children.GetTargetNamespace();
-            if (child && CXmlObjectHelper::IsNamespaceValid(child->GetNamespaceURI(), children.GetNamespaceRestriction(), target)) {
+            if (child && CXmlObjectHelper::IsNamespaceValid(child->GetNamespaceURI(),
+                                                            children.GetNamespaceRestriction(), target)) {
                 top.next = child->GetNextSiblingElement();
                 CSmartPtr<CElement> element(new CElement(child->GetLocalName().c_str(),
                                                          child->GetNamespaceURI().c_str(),
@@ -186,8 +187,7 @@ struct CElement::Tree {
         const std::string name = element.GetElementName();
         if (element.m_ownDefaultNamespace.empty()) {
             writer->WriteStartElement(name, element.m_namespace);
-            CXmlObjectBase::ToXml_Int(element.m_attributes, writer, false, element.m_namespace.c_str(), context,
-                                      flag);
+            CXmlObjectBase::ToXml_Int(element.m_attributes, writer, false, element.m_namespace.c_str(), context, flag);
             return {&element, 0, writer, &context, nullptr, nullptr};
         }
         auto* outer = dynamic_cast<CXmlTextWriter*>(writer);
@@ -265,8 +265,7 @@ CXmlObjectBase* CElement::GetBase() { return this; }
 std::string CElement::GetTargetNamespace() const { return m_targetNamespace; }
 std::string CElement::GetNamespace() const { return m_namespace; }
 
-void CElement::Init(const char* name, const char* namespaceUri, const char* restriction,
-                    const char* targetNamespace) {
+void CElement::Init(const char* name, const char* namespaceUri, const char* restriction, const char* targetNamespace) {
     std::string elementName = detail::RequireValue(name, "Element Name must have a value");
     std::string rule = detail::RequireRestriction(restriction);
     std::string target = detail::RequireValue(targetNamespace, "Target Namespace must have a value");
@@ -343,8 +342,7 @@ void CElement::ToXml_Int(CXmlWriter* writer, bool, const char*, const CXmlSerial
     Tree::Write(*this, writer, context, flag);
 }
 
-CXmlElement* CElement::FromXml_Int(CXmlElement*, CXmlElement* current, const CXmlSerializationContext& context,
-                                   bool) {
+CXmlElement* CElement::FromXml_Int(CXmlElement*, CXmlElement* current, const CXmlSerializationContext& context, bool) {
     if (!current || !CXmlObjectHelper::IsNamespaceValid(current->GetNamespaceURI(), m_restriction, m_targetNamespace))
         return current;
     Tree::Read(*this, *current, context);
@@ -388,8 +386,8 @@ CElementCol::iterator CElementCol::end() const { return iterator(this, GetCount(
 CElementCol* CElementCol::Clone() const {
     const std::string name = GetElementName();
     const std::string target = GetItemNamespace();
-    CElementCol* copy = new CElementCol(name.c_str(), m_restriction.c_str(), target.c_str(), GetMinOccurs(),
-                                        GetMaxOccurs());
+    CElementCol* copy =
+        new CElementCol(name.c_str(), m_restriction.c_str(), target.c_str(), GetMinOccurs(), GetMaxOccurs());
     try {
         for (CElement* element : *this) copy->Add(CSmartPtr<CElement>(element->Clone()).get());
     } catch (...) {
@@ -423,11 +421,12 @@ CXmlElement* CElementCol::FromXml_Int(CXmlElement*, CXmlElement* current, const 
 }
 
 CXmlElement* CElementCol::FromXmlLockElementName_Int(CXmlElement*, CXmlElement* current,
-                                                     const CXmlSerializationContext& context,
-                                                     const char* elementName, const char* namespaceUri) {
+                                                     const CXmlSerializationContext& context, const char* elementName,
+                                                     const char* namespaceUri) {
     const std::string name = OrEmpty(elementName);
     const std::string namespaceText = OrEmpty(namespaceUri);
-    return ReadRun(current, context, name == "AnyElement" ? nullptr : &name, &namespaceText);
+    if (name == "AnyElement") return ReadRun(current, context, nullptr, nullptr);
+    return ReadRun(current, context, &name, &namespaceText);
 }
 
 }  // namespace KvXmlLib10

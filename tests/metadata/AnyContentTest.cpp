@@ -5,11 +5,13 @@
 #include <string>
 
 #include "kvxml/metadata/AnyElement.h"
+#include "kvxml/metadata/ElementInfoUntyped.h"
 #include "metadata/GeneratedTestClasses.h"
 #include "support/KvTestSupport.h"
 
 using namespace kvtest;
 using namespace KvXmlLib10;
+using namespace KvXmlLib10Data;
 
 namespace {
 
@@ -86,18 +88,20 @@ TEST(AnyElement, OwnDefaultNamespaceIsDeclaredByAnInnerWriterWithoutAttributes) 
 }
 
 TEST(AnyElementCol, ReadsWhatTheRestrictionAdmitsAndLeavesTheRest) {
-    ParsedDocument doc(
-        "<r xmlns:a='urn:a' xmlns:b='urn:b'><b:one/><two/><a:three/><b:four/></r>");
+    ParsedDocument doc("<r xmlns:a='urn:a' xmlns:b='urn:b'><b:one/><two/><a:three/><b:four/></r>");
     CSmartPtr<CElementCol> other(new CElementCol("AnyElement", "##other", "urn:a", 0, -1));
-    CXmlElement* left = CXmlObjectBase::FromXml_Int(other.get(), doc.Root(), doc.First(), CXmlSerializationContext::m_defaultContext);
+    CXmlElement* left =
+        CXmlObjectBase::FromXml_Int(other.get(), doc.Root(), doc.First(), CXmlSerializationContext::m_defaultContext);
     ASSERT_NE(left, nullptr);
     EXPECT_EQ(left->GetLocalName(), "three");
     EXPECT_EQ(other->GetCount(), 2);
     EXPECT_EQ(other->Item(1)->GetNamespaceRestriction(), "##other");
 
     CSmartPtr<CElementCol> locked(new CElementCol("one", "##any", "", 0, -1));
-    EXPECT_EQ(locked->FromXmlLockElementName_Int(doc.Root(), doc.First(), CXmlSerializationContext::m_defaultContext,
-                                                 "one", "urn:b")->GetLocalName(),
+    EXPECT_EQ(locked
+                  ->FromXmlLockElementName_Int(doc.Root(), doc.First(), CXmlSerializationContext::m_defaultContext,
+                                               "one", "urn:b")
+                  ->GetLocalName(),
               "two");
     EXPECT_EQ(locked->GetCount(), 1);
 
@@ -111,7 +115,8 @@ TEST(AnyElementCol, ReadsWhatTheRestrictionAdmitsAndLeavesTheRest) {
 
 TEST(AnyElementCol, AddIterateAndRestrictionMessages) {
     CSmartPtr<CElementCol> noNamespace(new CElementCol("e", "##any", "", 0, -1));
-    EXPECT_KV_THROW(noNamespace->Add("x"), CKvInvalidParamException, "A Namespace has not been set for this Collection");
+    EXPECT_KV_THROW(noNamespace->Add("x"), CKvInvalidParamException,
+                    "A Namespace has not been set for this Collection");
     CSmartPtr<CElementCol> col(new CElementCol("e", "##targetNamespace", "urn:t", 0, -1));
     EXPECT_EQ(col->Add("x")->GetNamespace(), "urn:t");
     EXPECT_KV_THROW(col->Add("y", "urn:z"), CKvInvalidNamespaceException,
@@ -145,6 +150,119 @@ TEST(AnyElement, TreesDeeperThanAnyStackAreCopiedReadWrittenClonedAndFreed) {
     CElement copy("a");
     copy.CopyXmlElement(doc.Root());
     EXPECT_EQ(copy.GetElements()->Item(0)->GetElementName(), "a");
+}
+
+// ---- untyped descriptors ----
+
+enum Card { Mnd, Opt };
+enum Group { Seq, All, Choice };
+struct UntypedRow {
+    const char* name;
+    Group group;
+    Card card;
+    CElementInfo* (*make)(const char* name, const char* restriction);
+};
+template <typename T>
+CElementInfo* MakeUntyped(const char* name, const char* restriction) {
+    return new T(name, "urn:d", 1, restriction, "urn:a");
+}
+
+CElement* StoredElement(const CHolder& holder) {
+    KvVariant value = holder.Get(1);
+    CXmlObjectBase* object = value.GetXmlObject();
+    if (!object) return nullptr;
+    object->Release();  // the holder keeps it alive
+    return dynamic_cast<CElement*>(object);
+}
+
+TEST(ElementInfoUntyped, ReadsAdmittedElementsAndAnswersMissesByGroupAndCardinality) {
+    const UntypedRow rows[] = {
+        {"SeqUntpdMnd", Seq, Mnd, MakeUntyped<CElementInfoSeqUntpdMnd>},
+        {"SeqUntpdOpt", Seq, Opt, MakeUntyped<CElementInfoSeqUntpdOpt>},
+        {"AllUntpdMnd", All, Mnd, MakeUntyped<CElementInfoAllUntpdMnd>},
+        {"AllUntpdOpt", All, Opt, MakeUntyped<CElementInfoAllUntpdOpt>},
+        {"ChoiceUntpdOpt", Choice, Opt, MakeUntyped<CElementInfoChoiceUntpdOpt>},
+    };
+    const CXmlSerializationContext context;
+    ParsedDocument doc("<r xmlns:a='urn:a'><n k='v'>t<c/></n><a:m/></r>");
+    for (const UntypedRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        for (const char* name : {"n", "AnyElement"}) {
+            std::unique_ptr<CElementInfo> info(row.make(name, "##other"));
+            CHolder holder;
+            if (row.card == Mnd) holder.Set(1, [] {
+                KvVariant v;
+                v.SetXmlObject(new CElement("AnyElement"));
+                return v;
+            }());
+            CXmlElement* cursor = doc.First();
+            EXPECT_TRUE(info->ElementFromXml(context, &holder, doc.Root(), &cursor, "", ElementType_Element));
+            ASSERT_NE(StoredElement(holder), nullptr);
+            EXPECT_EQ(StoredElement(holder)->ToXml(false, false), "<n k=\"v\"><c/>t</n>");
+            EXPECT_EQ(cursor->GetLocalName(), "m");
+
+            // a:m is in the wildcard's own namespace, which ##other refuses; then the end of the parent.
+            for (CXmlElement* miss : {cursor, static_cast<CXmlElement*>(nullptr)}) {
+                CXmlElement* at = miss;
+                if (row.group == Seq && row.card == Mnd) {
+                    EXPECT_KV_THROW(info->ElementFromXml(context, &holder, doc.Root(), &at, "", ElementType_Element),
+                                    CKvValidationException,
+                                    miss ? "Failed to find the required element from namespace [urn:d]"
+                                         : (std::string("Failed to find a required element [") + name + "]").c_str());
+                    EXPECT_FALSE(info->ElementFromXml(context, &holder, doc.Root(), &at, "", ElementType_PseudoElement));
+                } else {
+                    EXPECT_EQ(info->ElementFromXml(context, &holder, doc.Root(), &at, "", ElementType_Element),
+                              row.group == Seq);
+                }
+                EXPECT_EQ(at, miss);
+            }
+            if (row.group == All) EXPECT_TRUE(info->Validate(context, &holder, row.card == Mnd, true));
+        }
+        if (row.card == Opt) {  // a name of its own refuses other names
+            std::unique_ptr<CElementInfo> named(row.make("other", "##any"));
+            CHolder holder;
+            CXmlElement* cursor = doc.First();
+            EXPECT_EQ(named->ElementFromXml(context, &holder, doc.Root(), &cursor, "", ElementType_Element),
+                      row.group == Seq);
+            EXPECT_EQ(cursor, doc.First());
+            EXPECT_FALSE(holder.Has(1));
+        }
+    }
+    EXPECT_KV_THROW(CElementInfoAllUntpdMnd("n", "", 1, "##any", "").Validate(context, nullptr, false, true),
+                    CKvValidationException, "Failed to find the mandatory element [n]");
+}
+
+TEST(ElementInfoUntyped, CollectionsTakeARunAndCheckTheirCountsByGroup) {
+    const CXmlSerializationContext context;
+    ParsedDocument doc("<r xmlns:a='urn:a' xmlns:b='urn:b'><b:x/><y/><a:z/></r>");
+    std::unique_ptr<CElementInfo> infos[] = {
+        std::make_unique<CElementInfoSeqUntpdCol>("AnyElement", "", 1),
+        std::make_unique<CElementInfoChoiceUntpdCol>("AnyElement", "", 1),
+        std::make_unique<CElementInfoAllUntpdCol>("AnyElement", "", 1),
+        std::make_unique<CElementInfoSeqUntpdCol>("y", "", 1),
+    };
+    const int32_t taken[] = {2, 2, 2, 0};
+    for (int i = 0; i < 4; ++i) {
+        for (int32_t minimum : {1, 3}) {
+            CHolder holder;
+            KvVariant value;
+            CElementCol* col = new CElementCol(infos[i]->GetElementName().c_str(), "##other", "urn:a", minimum, -1);
+            value.SetXmlCollection(col);
+            holder.Set(1, value);
+            CXmlElement* cursor = doc.First();
+            const bool checked = i != 2 && minimum > taken[i];
+            if (checked) {
+                EXPECT_KV_THROW(infos[i]->ElementFromXml(context, &holder, doc.Root(), &cursor, "", ElementType_Element),
+                                CKvValidationException,
+                                "The Minimum number of [" + infos[i]->GetElementName() +
+                                    "] elements allowed in this collection is " + std::to_string(minimum));
+            } else {
+                EXPECT_TRUE(infos[i]->ElementFromXml(context, &holder, doc.Root(), &cursor, "", ElementType_Element));
+            }
+            EXPECT_EQ(col->GetCount(), taken[i]) << i;
+            if (taken[i]) EXPECT_EQ(cursor->GetLocalName(), "z");
+        }
+    }
 }
 
 }  // namespace

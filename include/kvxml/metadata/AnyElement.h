@@ -140,8 +140,8 @@ public:
     const std::string& GetNamespaceRestriction() const { return m_restriction; }
     std::string GetTargetNamespace() const override;
 
-    /// As FromXml_Int, but only elements with this local name ("AnyElement":
-    /// any) in this namespace are taken.
+    /// As FromXml_Int, but only elements with this local name in this
+    /// namespace are taken; the name "AnyElement" takes what FromXml_Int takes.
     virtual CXmlElement* FromXmlLockElementName_Int(CXmlElement* element, CXmlElement* firstChild,
                                                     const CXmlSerializationContext& context, const char* elementName,
                                                     const char* namespaceUri);
