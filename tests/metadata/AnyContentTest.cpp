@@ -216,7 +216,9 @@ TEST(ElementInfoUntyped, ReadsAdmittedElementsAndAnswersMissesByGroupAndCardinal
                 }
                 EXPECT_EQ(at, miss);
             }
-            if (row.group == All) EXPECT_TRUE(info->Validate(context, &holder, row.card == Mnd, true));
+            if (row.group == All) {
+                EXPECT_TRUE(info->Validate(context, &holder, row.card == Mnd, true));
+            }
         }
         if (row.card == Opt) {  // a name of its own refuses other names
             std::unique_ptr<CElementInfo> named(row.make("other", "##any"));
@@ -260,7 +262,9 @@ TEST(ElementInfoUntyped, CollectionsTakeARunAndCheckTheirCountsByGroup) {
                 EXPECT_TRUE(infos[i]->ElementFromXml(context, &holder, doc.Root(), &cursor, "", ElementType_Element));
             }
             EXPECT_EQ(col->GetCount(), taken[i]) << i;
-            if (taken[i]) EXPECT_EQ(cursor->GetLocalName(), "z");
+            if (taken[i]) {
+                EXPECT_EQ(cursor->GetLocalName(), "z");
+            }
         }
     }
 }
