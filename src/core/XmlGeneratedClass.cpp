@@ -1,6 +1,8 @@
 // XmlGeneratedClass.cpp - the generated-class base: metadata lifetime, property access and the writing half of the engine.
 #include "kvxml/core/XmlGeneratedClass.h"
 
+#include "core/detail/NestingGuard.h"
+
 #include "kvxml/core/SerializationContext.h"
 #include "kvxml/core/XmlCollectionBase.h"
 #include "kvxml/foundation/FormatString.h"
@@ -109,6 +111,7 @@ bool CXmlGeneratedClass::DoesElementContainOptionalElements() const {
 void CXmlGeneratedClass::ToXml_Int(CXmlWriter* writer, bool isRoot, const char* targetNamespace,
                                    const CXmlSerializationContext& context, bool flag) const {
     try {
+        detail::NestingGuard level(context);
         WriteContent(writer, *GetClassInfo(), isRoot, targetNamespace, context, flag);
     } catch (const CKvException& error) {
         throw CKvValidationException(

@@ -5,6 +5,8 @@
 // something else; anything the schema forbids is an exception.
 #include <memory>
 
+#include "core/detail/NestingGuard.h"
+
 #include "kvxml/core/SerializationContext.h"
 #include "kvxml/core/XmlGeneratedClass.h"
 #include "kvxml/dom/XmlAttribute.h"
@@ -62,6 +64,7 @@ int32_t CountOf(CAttributeInfo** attributes) {
 CXmlElement* CXmlGeneratedClass::FromXml_Int(CXmlElement* element, CXmlElement* firstChild,
                                              const CXmlSerializationContext& context, bool flag) {
     try {
+        detail::NestingGuard level(context);
         return ReadContent(element, firstChild, context, flag);
     } catch (const CKvException& error) {
         throw CKvValidationException(

@@ -42,7 +42,7 @@ CElementInfoSeqClsMnd::~CElementInfoSeqClsMnd() = default;
 
 bool CElementInfoSeqClsMnd::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                          CXmlWriter* writer) const {
-    return ClassCodec{m_elementType, nullptr, 0, nullptr}.Write(*this, context, object, writer);
+    return ClassCodec{m_elementType, m_factory, m_classNumber, nullptr, true}.Write(*this, context, object, writer);
 }
 
 void CElementInfoSeqClsMnd::PseudoChildAttributeToXml(const CXmlSerializationContext& context,
@@ -56,8 +56,8 @@ bool CElementInfoSeqClsMnd::ElementFromXml(const CXmlSerializationContext& conte
     // A pseudo child that reads nothing is missing only when its content is mandatory.
     const bool optionalPseudo = m_elementType == ElementType_PseudoElement && !m_mandatoryContent;
     return ReadClassMember(optionalPseudo ? MissRule::Accept : MissRule::Search,
-                           ClassCodec{m_elementType, nullptr, 0, nullptr}, *this, context, object, parent, current,
-                           elementType);
+                           ClassCodec{m_elementType, m_factory, m_classNumber, nullptr, true}, *this, context, object,
+                           parent, current, elementType);
 }
 
 CElementInfoAllClsMnd::CElementInfoAllClsMnd(const char* elementName, const char* namespaceUri, int32_t propertyId,
@@ -73,7 +73,7 @@ CElementInfoAllClsMnd::~CElementInfoAllClsMnd() = default;
 
 bool CElementInfoAllClsMnd::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                          CXmlWriter* writer) const {
-    return ClassCodec{m_elementType, nullptr, 0, nullptr}.Write(*this, context, object, writer);
+    return ClassCodec{m_elementType, m_factory, m_classNumber, nullptr, true}.Write(*this, context, object, writer);
 }
 
 void CElementInfoAllClsMnd::PseudoChildAttributeToXml(const CXmlSerializationContext& context,
@@ -84,8 +84,8 @@ void CElementInfoAllClsMnd::PseudoChildAttributeToXml(const CXmlSerializationCon
 bool CElementInfoAllClsMnd::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
                                            CXmlElement* parent, CXmlElement** current, const char*,
                                            XmlElementType elementType) {
-    return ReadClassMember(MissRule::Decline, ClassCodec{m_elementType, nullptr, 0, nullptr}, *this, context, object,
-                           parent, current, elementType);
+    return ReadClassMember(MissRule::Decline, ClassCodec{m_elementType, m_factory, m_classNumber, nullptr, true}, *this,
+                           context, object, parent, current, elementType);
 }
 
 bool CElementInfoAllClsMnd::Validate(const CXmlSerializationContext&, const CXmlGeneratedClass*, bool found,
@@ -107,7 +107,7 @@ CElementInfoSeqClsOpt::~CElementInfoSeqClsOpt() = default;
 
 bool CElementInfoSeqClsOpt::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                          CXmlWriter* writer) const {
-    return ClassCodec{m_elementType, m_factory, m_classNumber, nullptr}.Write(*this, context, object, writer);
+    return ClassCodec{m_elementType, m_factory, m_classNumber, nullptr, false}.Write(*this, context, object, writer);
 }
 
 void CElementInfoSeqClsOpt::PseudoChildAttributeToXml(const CXmlSerializationContext& context,
@@ -118,7 +118,7 @@ void CElementInfoSeqClsOpt::PseudoChildAttributeToXml(const CXmlSerializationCon
 bool CElementInfoSeqClsOpt::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
                                            CXmlElement* parent, CXmlElement** current, const char*,
                                            XmlElementType elementType) {
-    return ReadClassMember(MissRule::Accept, ClassCodec{m_elementType, m_factory, m_classNumber, nullptr}, *this,
+    return ReadClassMember(MissRule::Accept, ClassCodec{m_elementType, m_factory, m_classNumber, nullptr, false}, *this,
                            context, object, parent, current, elementType);
 }
 
@@ -133,7 +133,7 @@ CElementInfoAllClsOpt::~CElementInfoAllClsOpt() = default;
 
 bool CElementInfoAllClsOpt::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                          CXmlWriter* writer) const {
-    return ClassCodec{m_elementType, m_factory, m_classNumber, nullptr}.Write(*this, context, object, writer);
+    return ClassCodec{m_elementType, m_factory, m_classNumber, nullptr, false}.Write(*this, context, object, writer);
 }
 
 void CElementInfoAllClsOpt::PseudoChildAttributeToXml(const CXmlSerializationContext& context,
@@ -144,8 +144,8 @@ void CElementInfoAllClsOpt::PseudoChildAttributeToXml(const CXmlSerializationCon
 bool CElementInfoAllClsOpt::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
                                            CXmlElement* parent, CXmlElement** current, const char*,
                                            XmlElementType elementType) {
-    return ReadClassMember(MissRule::Decline, ClassCodec{m_elementType, m_factory, m_classNumber, nullptr}, *this,
-                           context, object, parent, current, elementType);
+    return ReadClassMember(MissRule::Decline, ClassCodec{m_elementType, m_factory, m_classNumber, nullptr, false},
+                           *this, context, object, parent, current, elementType);
 }
 
 bool CElementInfoAllClsOpt::Validate(const CXmlSerializationContext&, const CXmlGeneratedClass*, bool, bool) const {
@@ -164,7 +164,7 @@ CElementInfoChoiceClsOpt::~CElementInfoChoiceClsOpt() = default;
 
 bool CElementInfoChoiceClsOpt::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                             CXmlWriter* writer) const {
-    return ClassCodec{m_elementType, m_factory, m_classNumber, nullptr}.Write(*this, context, object, writer);
+    return ClassCodec{m_elementType, m_factory, m_classNumber, nullptr, false}.Write(*this, context, object, writer);
 }
 
 void CElementInfoChoiceClsOpt::PseudoChildAttributeToXml(const CXmlSerializationContext& context,
@@ -175,8 +175,8 @@ void CElementInfoChoiceClsOpt::PseudoChildAttributeToXml(const CXmlSerialization
 bool CElementInfoChoiceClsOpt::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
                                               CXmlElement* parent, CXmlElement** current, const char*,
                                               XmlElementType elementType) {
-    return ReadClassMember(MissRule::Decline, ClassCodec{m_elementType, m_factory, m_classNumber, nullptr}, *this,
-                           context, object, parent, current, elementType);
+    return ReadClassMember(MissRule::Decline, ClassCodec{m_elementType, m_factory, m_classNumber, nullptr, false},
+                           *this, context, object, parent, current, elementType);
 }
 
 CElementInfoSeqAbsClsMnd::CElementInfoSeqAbsClsMnd(const char* elementName, const char* namespaceUri,
@@ -188,7 +188,7 @@ CElementInfoSeqAbsClsMnd::~CElementInfoSeqAbsClsMnd() = default;
 
 bool CElementInfoSeqAbsClsMnd::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                             CXmlWriter* writer) const {
-    return ClassCodec{m_elementType, nullptr, 0, m_factory}.Write(*this, context, object, writer);
+    return ClassCodec{m_elementType, nullptr, 0, m_factory, false}.Write(*this, context, object, writer);
 }
 
 void CElementInfoSeqAbsClsMnd::PseudoChildAttributeToXml(const CXmlSerializationContext& context,
@@ -199,8 +199,8 @@ void CElementInfoSeqAbsClsMnd::PseudoChildAttributeToXml(const CXmlSerialization
 bool CElementInfoSeqAbsClsMnd::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
                                               CXmlElement* parent, CXmlElement** current, const char*,
                                               XmlElementType elementType) {
-    return ReadClassMember(MissRule::Substitute, ClassCodec{m_elementType, nullptr, 0, m_factory}, *this, context,
-                           object, parent, current, elementType);
+    return ReadClassMember(MissRule::Substitute, ClassCodec{m_elementType, nullptr, 0, m_factory, false}, *this,
+                           context, object, parent, current, elementType);
 }
 
 CElementInfoSeqAbsClsOpt::CElementInfoSeqAbsClsOpt(const char* elementName, const char* namespaceUri,
@@ -212,7 +212,7 @@ CElementInfoSeqAbsClsOpt::~CElementInfoSeqAbsClsOpt() = default;
 
 bool CElementInfoSeqAbsClsOpt::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                             CXmlWriter* writer) const {
-    return ClassCodec{m_elementType, nullptr, 0, m_factory}.Write(*this, context, object, writer);
+    return ClassCodec{m_elementType, nullptr, 0, m_factory, false}.Write(*this, context, object, writer);
 }
 
 void CElementInfoSeqAbsClsOpt::PseudoChildAttributeToXml(const CXmlSerializationContext& context,
@@ -223,8 +223,8 @@ void CElementInfoSeqAbsClsOpt::PseudoChildAttributeToXml(const CXmlSerialization
 bool CElementInfoSeqAbsClsOpt::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
                                               CXmlElement* parent, CXmlElement** current, const char*,
                                               XmlElementType elementType) {
-    return ReadClassMember(MissRule::Accept, ClassCodec{m_elementType, nullptr, 0, m_factory}, *this, context, object,
-                           parent, current, elementType);
+    return ReadClassMember(MissRule::Accept, ClassCodec{m_elementType, nullptr, 0, m_factory, false}, *this, context,
+                           object, parent, current, elementType);
 }
 
 CElementInfoChoiceAbsClsOpt::CElementInfoChoiceAbsClsOpt(const char* elementName, const char* namespaceUri,
@@ -236,7 +236,7 @@ CElementInfoChoiceAbsClsOpt::~CElementInfoChoiceAbsClsOpt() = default;
 
 bool CElementInfoChoiceAbsClsOpt::ElementToXml(const CXmlSerializationContext& context,
                                                const CXmlGeneratedClass* object, CXmlWriter* writer) const {
-    return ClassCodec{m_elementType, nullptr, 0, m_factory}.Write(*this, context, object, writer);
+    return ClassCodec{m_elementType, nullptr, 0, m_factory, false}.Write(*this, context, object, writer);
 }
 
 void CElementInfoChoiceAbsClsOpt::PseudoChildAttributeToXml(const CXmlSerializationContext& context,
@@ -248,8 +248,8 @@ void CElementInfoChoiceAbsClsOpt::PseudoChildAttributeToXml(const CXmlSerializat
 bool CElementInfoChoiceAbsClsOpt::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
                                                  CXmlElement* parent, CXmlElement** current, const char*,
                                                  XmlElementType elementType) {
-    return ReadClassMember(MissRule::Decline, ClassCodec{m_elementType, nullptr, 0, m_factory}, *this, context, object,
-                           parent, current, elementType);
+    return ReadClassMember(MissRule::Decline, ClassCodec{m_elementType, nullptr, 0, m_factory, false}, *this, context,
+                           object, parent, current, elementType);
 }
 
 CElementInfoAllAbsClsOpt::CElementInfoAllAbsClsOpt(const char* elementName, const char* namespaceUri,
@@ -261,7 +261,7 @@ CElementInfoAllAbsClsOpt::~CElementInfoAllAbsClsOpt() = default;
 
 bool CElementInfoAllAbsClsOpt::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                             CXmlWriter* writer) const {
-    return ClassCodec{m_elementType, nullptr, 0, m_factory}.Write(*this, context, object, writer);
+    return ClassCodec{m_elementType, nullptr, 0, m_factory, false}.Write(*this, context, object, writer);
 }
 
 void CElementInfoAllAbsClsOpt::PseudoChildAttributeToXml(const CXmlSerializationContext& context,
@@ -290,7 +290,7 @@ CElementInfoAllAbsClsMnd::~CElementInfoAllAbsClsMnd() = default;
 
 bool CElementInfoAllAbsClsMnd::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                             CXmlWriter* writer) const {
-    return ClassCodec{m_elementType, nullptr, 0, m_factory}.Write(*this, context, object, writer);
+    return ClassCodec{m_elementType, nullptr, 0, m_factory, false}.Write(*this, context, object, writer);
 }
 
 void CElementInfoAllAbsClsMnd::PseudoChildAttributeToXml(const CXmlSerializationContext& context,

@@ -112,16 +112,20 @@ bool ClassCodec::Write(const CElementInfo& info, const CXmlSerializationContext&
     return info.ElementToXmlCls(context, object, writer, false);
 }
 
-CSmartPtr<CXmlObjectBase> ClassCodec::Child(const CElementInfo& info, CXmlGeneratedClass* object,
-                                            CXmlElement* element) const {
+CSmartPtr<CXmlObjectBase> ClassCodec::Child(const CElementInfo& info, CXmlGeneratedClass* object, CXmlElement* element,
+                                            bool& isNew) const {
+    isNew = false;
+    if (preCreated) {
+        KvVariant value;
+        info.AccessProperty(object, true, value);
+        HeldObject held(value.GetXmlObject());
+        if (held.get()) return CSmartPtr<CXmlObjectBase>(held.get());
+    }
+    // A parent that did not create its mandatory child gets one from the factory.
+    isNew = true;
     if (abstractFactory) return abstractFactory(element);
     if (factory) return factory(classNumber, info.GetElementName().c_str());
-    KvVariant value;
-    info.AccessProperty(object, true, value);
-    CSmartPtr<CXmlObjectBase> existing;
-    HeldObject held(value.GetXmlObject());
-    existing = held.get();
-    return existing;
+    return nullptr;
 }
 
 // ---- class members ----
@@ -141,23 +145,25 @@ bool ReadClassMember(MissRule rule, const ClassCodec& codec, const CElementInfo&
                      CXmlElement** current, XmlElementType elementType) {
     if (codec.childType != KvXmlLib10Data::ElementType_Element) {
         CSmartPtr<CXmlObjectBase> child;
-        if (*current) child = codec.Child(info, object, *current);
-        if (ReadPseudoChild(info, context, object, parent, current, child, codec.MakesChild())) return true;
+        bool isNew = false;
+        if (*current) child = codec.Child(info, object, *current, isNew);
+        if (ReadPseudoChild(info, context, object, parent, current, child, isNew)) return true;
         return AnswerMiss(rule, info, context, elementType);
     }
 
     const Lookup at = LocateMember(rule, info, context, current, elementType);
     if (at != Lookup::Found) return at == Lookup::GoOn;
     CXmlElement* element = *current;
-    CSmartPtr<CXmlObjectBase> child = codec.Child(info, object, element);
+    bool isNew = false;
+    CSmartPtr<CXmlObjectBase> child = codec.Child(info, object, element, isNew);
     // No class fits the element: a miss like a foreign element.
     if (!child) return AnswerMiss(rule, info, context, elementType);
-    // A mandatory abstract child stays attached even when its read fails;
-    // an optional one is stored only once it has read itself.
-    const bool storeFirst = codec.MakesChild() && rule == MissRule::Substitute;
+    // A mandatory child stays attached even when its read fails; an optional
+    // one is stored only once it has read itself.
+    const bool storeFirst = isNew && (codec.preCreated || rule == MissRule::Substitute);
     if (storeFirst) Store(info, object, child.get());
     info.FromXml_Int(child.get(), element->GetFirstElement(), element, context, false);
-    if (codec.MakesChild() && !storeFirst) Store(info, object, child.get());
+    if (isNew && !storeFirst) Store(info, object, child.get());
     *current = element->GetNextSiblingElement();
     return true;
 }

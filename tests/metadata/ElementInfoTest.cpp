@@ -153,29 +153,4 @@ TEST(ElementInfoChildAccess, ForwardsReadingAndAttributeWritingToTheChild) {
     choice->Release();
 }
 
-TEST(ElementInfoChildAccess, ClassWriterLetsTheChildWriteItselfInTheDescriptorsNamespace) {
-    CProbeInfo member("kid", "urn:k", 5);
-    CHolder parent;
-    parent.AddRef();
-    const CXmlSerializationContext context;
-    RecordingWriter unset;
-    EXPECT_FALSE(member.ElementToXmlCls(context, &parent, &unset, false));
-    EXPECT_EQ(unset.log, "");
-
-    CPseudoGroup* child = new CPseudoGroup;
-    child->AddRef();
-    child->SetI4(1, 3);
-    KvVariant value;
-    value.SetXmlObject(child);
-    parent.Set(5, value);
-    value.SetInvalid();
-    RecordingWriter writer;
-    EXPECT_TRUE(member.ElementToXmlCls(context, &parent, &writer, false));
-    EXPECT_EQ(writer.log, "<a>text(3,5)</>");  // a pseudo element writes only its content
-    // The reference taken to write is given back.
-    EXPECT_EQ(child->AddRef(), 3);
-    child->Release();
-    child->Release();
-}
-
 }  // namespace

@@ -69,6 +69,16 @@ public:
     std::string GetDefaultNamespaceURI() const { return m_defaultNamespaceURI; }
     void SetDefaultNamespaceURI(const char* uri);
 
+    /// How deeply generated classes may nest while one document is read or
+    /// one object tree is written (a pseudo element counts as a level). One
+    /// level deeper fails with CKvValidationException "The elements are nested
+    /// deeper than the limit of %d levels", so a hostile document cannot
+    /// exhaust the stack. Values below 1 are taken as 1.
+    int32_t GetMaxNestingDepth() const { return m_maxNestingDepth; }
+    void SetMaxNestingDepth(int32_t depth) { m_maxNestingDepth = depth < 1 ? 1 : depth; }
+    /// Deep enough for real documents, shallow enough for a 1 MiB thread stack.
+    static constexpr int32_t kDefaultMaxNestingDepth = 256;
+
     /// Prefixes declared on the root element, in namespace order.
     CNamespaceAliasMap& GetNamespaceAliases() { return m_namespaceAliases; }
     const CNamespaceAliasMap& GetNamespaceAliases() const { return m_namespaceAliases; }
@@ -94,6 +104,7 @@ private:
     bool m_noOptionalAttributeDefaultOutput = false;
     bool m_stripCDATA = true;
     SchemaType m_schemaType = SchemaType_Default;
+    int32_t m_maxNestingDepth = kDefaultMaxNestingDepth;
     std::string m_inLineSchema;
     std::string m_defaultNamespaceURI;
     CNamespaceAliasMap m_namespaceAliases;

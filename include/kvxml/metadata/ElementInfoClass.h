@@ -15,9 +15,9 @@
 namespace KvXmlLib10Data {
 
 /// Mandatory class member of a sequence: the parent creates the child in
-/// advance; reading searches like every mandatory sequence member and lets
-/// the existing child fill itself. A pseudo child that consumed nothing is a
-/// missing element only when its content is mandatory.
+/// advance (failing that, the factory makes one and it is stored); reading searches like every mandatory sequence
+/// member and lets the existing child fill itself. A pseudo child that consumed nothing is a missing element only when
+/// its content is mandatory.
 class KVXML_API CElementInfoSeqClsMnd : public CElementInfoSeq {
 public:
     CElementInfoSeqClsMnd(const char* elementName, const char* namespaceUri, int32_t propertyId,
@@ -232,7 +232,7 @@ public:
 
 private:
     XmlElementType m_elementType;
-    KvXmlLib10::AbstractClassFactoryFunc m_factory;
+    [[maybe_unused]] KvXmlLib10::AbstractClassFactoryFunc m_factory;
 };
 
 /// Mandatory abstract member of an all group; reading throws CKvException
@@ -258,8 +258,8 @@ public:
 
 private:
     XmlElementType m_elementType;
-    KvXmlLib10::AbstractClassFactoryFunc m_factory;
-    int32_t m_number;
+    [[maybe_unused]] KvXmlLib10::AbstractClassFactoryFunc m_factory;
+    [[maybe_unused]] int32_t m_number;
 };
 
 }  // namespace KvXmlLib10Data

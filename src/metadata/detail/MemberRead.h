@@ -69,26 +69,24 @@ struct EnumCodec {
               CXmlGeneratedClass* object, CXmlElement* parent, CXmlElement** current) const;
 };
 
-/// The codec of the class kinds. The child comes from one of three sources:
-/// the generated factory (class number and element name), the abstract
-/// factory (which picks the class from the DOM element, or returns null), or,
-/// with neither, the child the parent created in advance (mandatory classes).
+/// The codec of the class kinds. The child is the one the parent created in
+/// advance (mandatory classes, preCreated), else a new one from the
+/// generated factory (class number and element name) or from the abstract
+/// factory (which picks the class from the DOM element, or returns null).
 struct ClassCodec {
     KvXmlLib10Data::XmlElementType childType;
     ClassFactoryFunc factory;
     int32_t classNumber;
     AbstractClassFactoryFunc abstractFactory;
+    bool preCreated;
 
     bool Write(const KvXmlLib10Data::CElementInfo& info, const CXmlSerializationContext& context,
                const CXmlGeneratedClass* object, CXmlWriter* writer) const;
     /// The child for `element` (the element read, or the cursor position of a
-    /// pseudo child); null when the abstract factory knows no class for it.
+    /// pseudo child); null when there is none. isNew tells whether it still
+    /// has to be stored in the parent.
     CSmartPtr<CXmlObjectBase> Child(const KvXmlLib10Data::CElementInfo& info, CXmlGeneratedClass* object,
-                                    CXmlElement* element) const;
-    /// Whether a new child has to be stored in the parent.
-    bool MakesChild() const { return factory || abstractFactory; }
-    void Read(const KvXmlLib10Data::CElementInfo& info, const CXmlSerializationContext& context,
-              CXmlGeneratedClass* object, CXmlElement* parent, CXmlElement** current) const;
+                                    CXmlElement* element, bool& isNew) const;
 };
 
 /// The read of every single-valued member: the miss rule, then the codec.
