@@ -105,4 +105,28 @@ TEST(BindingEnvelope, ContextAddsRootAttributesFromItsOwnCollection) {
     fresh->Release();
 }
 
+TEST(BindingEnvelope, HostileDepthAndAttributeCountsStayLinearAndOffTheStack) {
+    // Deep enough to overflow any recursive walk, even under the sanitizers.
+    const int count = 50000;
+    std::string deep = "<e:envelope xmlns:e='urn:kvxml:test:envelope'><e:id/><h:h xmlns:h='urn:h'/><e:tail>";
+    for (int i = 0; i < count; ++i) deep += "<a>";
+    for (int i = 0; i < count; ++i) deep += "</a>";
+    deep += "</e:tail></e:envelope>";
+    std::string wide = "<e:envelope xmlns:e='urn:kvxml:test:envelope'";
+    for (int i = 0; i < count; ++i) wide += " a" + std::to_string(i) + "='v'";
+    wide += "><e:id/><h:h xmlns:h='urn:h'/></e:envelope>";
+
+    CEnvelope envelope;
+    envelope.FromXml(deep.c_str());
+    EXPECT_EQ(envelope.Rest().Item(0)->GetElements()->Item(0)->GetElementName(), "a");
+    const std::string written = envelope.ToXml(false, false);
+    CEnvelope again;
+    again.FromXml(written.c_str());
+    EXPECT_EQ(again.ToXml(false, false), written);
+    envelope.FromXml(wide.c_str());
+    EXPECT_EQ(envelope.Attributes().GetCount(), count);
+    EXPECT_EQ(envelope.Attributes().Item(count - 1)->GetElementName(), "a49999");
+    EXPECT_GT(envelope.ToXml(false, false).size(), wide.size());
+}
+
 }  // namespace

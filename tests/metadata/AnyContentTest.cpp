@@ -136,7 +136,7 @@ TEST(AnyElementCol, AddIterateAndRestrictionMessages) {
 }
 
 TEST(AnyElement, TreesDeeperThanAnyStackAreCopiedReadWrittenClonedAndFreed) {
-    const int depth = 100000;
+    const int depth = 50000;
     std::string text;
     for (int i = 0; i < depth; ++i) text += "<a>";
     text += "x";
