@@ -23,20 +23,34 @@ const char* OrEmpty(const char* text) { return text ? text : ""; }
 
 // The tree walks. Each keeps one frame per open element on a heap stack.
 struct CElement::Tree {
-    // Replaces element's collections with new empty ones.
-    static void ResetCollections(CElement& element, const std::string& targetNamespace) {
-        CAttributeCol* attributes = new CAttributeCol("", "##any", targetNamespace.c_str());
-        attributes->AddRef();
-        CElementCol* elements;
-        try {
-            elements = new CElementCol("", "##any", targetNamespace.c_str(), 0, -1);
-        } catch (...) {
-            attributes->Release();
-            throw;
+    // Most elements of a tree have no attributes or no children, so the two
+    // collections come into being when first needed; until then an element
+    // behaves as if it held empty ones.
+    static CAttributeCol& Attributes(const CElement& element) {
+        if (!element.m_attributes) {
+            auto* attributes = new CAttributeCol("", "##any", element.m_targetNamespace.c_str());
+            attributes->AddRef();
+            element.m_attributes = attributes;
         }
-        elements->AddRef();
-        detail::ReleaseFlat(std::exchange(element.m_attributes, attributes));
-        detail::ReleaseFlat(std::exchange(element.m_elements, elements));
+        return *element.m_attributes;
+    }
+
+    static CElementCol& Elements(const CElement& element) {
+        if (!element.m_elements) {
+            auto* elements = new CElementCol("", "##any", element.m_targetNamespace.c_str(), 0, -1);
+            elements->AddRef();
+            element.m_elements = elements;
+        }
+        return *element.m_elements;
+    }
+
+    static int32_t ChildCount(const CElement& element) {
+        return element.m_elements ? element.m_elements->GetCount() : 0;
+    }
+
+    static void DropCollections(const CElement& element) {
+        detail::ReleaseFlat(std::exchange(element.m_attributes, nullptr));
+        detail::ReleaseFlat(std::exchange(element.m_elements, nullptr));
     }
 
     static void TakeFrom(CElement& element, const CXmlElement& source) {
@@ -49,11 +63,11 @@ struct CElement::Tree {
     static void CopyOne(CElement& element, const CXmlElement& source) {
         TakeFrom(element, source);
         element.m_ownDefaultNamespace.clear();
-        element.m_attributes->Clear();
-        element.m_elements->Clear();
+        if (element.m_attributes) element.m_attributes->Clear();
+        if (element.m_elements) element.m_elements->Clear();
         for (const CXmlAttribute* attribute : source.GetAttributes()) {
-            element.m_attributes->Add(attribute->GetLocalName().c_str(), attribute->GetValue().c_str(),
-                                      attribute->GetNamespaceURI().c_str());
+            Attributes(element).Add(attribute->GetLocalName().c_str(), attribute->GetValue().c_str(),
+                                    attribute->GetNamespaceURI().c_str());
             if (attribute->GetLocalName() == "xmlns") element.m_ownDefaultNamespace = attribute->GetValue();
         }
     }
@@ -75,7 +89,7 @@ struct CElement::Tree {
             }
             top.next = child->GetNextSiblingElement();
             CSmartPtr<CElement> copy(new CElement(child->GetLocalName().c_str()));
-            top.element->m_elements->Add(copy.get());
+            Elements(*top.element).Add(copy.get());
             CopyOne(*copy, *child);
             frames.push_back({copy.get(), child->GetFirstElement()});
         }
@@ -90,16 +104,18 @@ struct CElement::Tree {
         copy.m_restriction = source.m_restriction;
         copy.m_targetNamespace = source.m_targetNamespace;
         copy.m_ownDefaultNamespace = source.m_ownDefaultNamespace;
-        CAttributeCol* attributes = source.m_attributes->Clone();
-        attributes->AddRef();
-        detail::ReleaseFlat(std::exchange(copy.m_attributes, attributes));
-        const CElementCol& children = *source.m_elements;
-        const std::string name = children.GetElementName();
-        const std::string target = children.GetTargetNamespace();
-        CElementCol* elements = new CElementCol(name.c_str(), children.GetNamespaceRestriction().c_str(),
-                                                target.c_str(), children.GetMinOccurs(), children.GetMaxOccurs());
-        elements->AddRef();
-        detail::ReleaseFlat(std::exchange(copy.m_elements, elements));
+        DropCollections(copy);
+        if (source.m_attributes && source.m_attributes->GetCount() != 0) {
+            copy.m_attributes = source.m_attributes->Clone();
+            copy.m_attributes->AddRef();
+        }
+        if (const CElementCol* children = source.m_elements) {
+            const std::string name = children->GetElementName();
+            const std::string target = children->GetTargetNamespace();
+            copy.m_elements = new CElementCol(name.c_str(), children->GetNamespaceRestriction().c_str(), target.c_str(),
+                                              children->GetMinOccurs(), children->GetMaxOccurs());
+            copy.m_elements->AddRef();
+        }
     }
 
     static void Clone(CElement& root, const CElement& source) {
@@ -113,17 +129,16 @@ struct CElement::Tree {
         frames.push_back({&root, &source, 0});
         while (!frames.empty()) {
             Frame& top = frames.back();
-            const CElementCol& children = *top.source->m_elements;
-            if (top.next >= children.GetCount()) {
+            if (top.next >= ChildCount(*top.source)) {
                 frames.pop_back();
                 continue;
             }
-            CXmlObjectBase* item = children.GetItemAt(top.next++);
+            CXmlObjectBase* item = top.source->m_elements->GetItemAt(top.next++);
             CElement* copyParent = top.copy;
             const CElement* child = dynamic_cast<const CElement*>(item);
             if (!child) continue;  // only elements are kept in an element collection
             CSmartPtr<CElement> copy(new CElement(""));
-            copyParent->m_elements->Add(copy.get());
+            Elements(*copyParent).Add(copy.get());
             CloneOne(*copy, *child);
             frames.push_back({copy.get(), child, 0});
         }
@@ -137,33 +152,36 @@ struct CElement::Tree {
         };
         std::vector<Frame> frames;
         auto open = [&](CElement& element, CXmlElement& from) {
-            CXmlObjectBase::FromXml_Int(element.m_attributes, &from, nullptr, context);
+            if (!from.GetAttributes().empty())
+                CXmlObjectBase::FromXml_Int(&Attributes(element), &from, nullptr, context);
             frames.push_back({&element, &from, from.GetFirstElement()});
         };
-        root.m_attributes->Clear();
-        root.m_elements->Clear();
+        if (root.m_attributes) root.m_attributes->Clear();
+        if (root.m_elements) root.m_elements->Clear();
         open(root, source);
         while (!frames.empty()) {
             Frame& top = frames.back();
-            CElementCol& children = *top.element->m_elements;
             CXmlElement* child = top.next;
-            const std::string target = children.GetTargetNamespace();
-            if (child && CXmlObjectHelper::IsNamespaceValid(child->GetNamespaceURI(),
-                                                            children.GetNamespaceRestriction(), target)) {
-                top.next = child->GetNextSiblingElement();
-                CSmartPtr<CElement> element(new CElement(child->GetLocalName().c_str(),
-                                                         child->GetNamespaceURI().c_str(),
-                                                         children.GetNamespaceRestriction().c_str(), target.c_str()));
-                children.Add(element.get());
-                open(*element, *child);
+            if (!child) {
+                TakeFrom(*top.element, *top.source);
+                frames.pop_back();
                 continue;
             }
-            if (child)
+            CElementCol& children = Elements(*top.element);
+            const std::string& restriction = children.GetNamespaceRestriction();
+            const std::string target = children.GetTargetNamespace();
+            if (!CXmlObjectHelper::IsNamespaceValid(child->GetNamespaceURI(), restriction, target))
                 throw CKvValidationException(FormatString("Invalid Element [%s] found in element [%s]",
                                                           child->GetLocalName().c_str(),
                                                           top.source->GetLocalName().c_str()));
-            TakeFrom(*top.element, *top.source);
-            frames.pop_back();
+            top.next = child->GetNextSiblingElement();
+            // The collection's rules were checked when it was made; its
+            // elements take them over as they stand.
+            CSmartPtr<CElement> element(new CElement(""));
+            element->m_restriction = restriction;
+            element->m_targetNamespace = target;
+            children.Add(element.get());
+            open(*element, *child);
         }
     }
 
@@ -187,7 +205,9 @@ struct CElement::Tree {
         const std::string name = element.GetElementName();
         if (element.m_ownDefaultNamespace.empty()) {
             writer->WriteStartElement(name, element.m_namespace);
-            CXmlObjectBase::ToXml_Int(element.m_attributes, writer, false, element.m_namespace.c_str(), context, flag);
+            if (element.m_attributes)
+                CXmlObjectBase::ToXml_Int(element.m_attributes, writer, false, element.m_namespace.c_str(), context,
+                                          flag);
             return {&element, 0, writer, &context, nullptr, nullptr};
         }
         auto* outer = dynamic_cast<CXmlTextWriter*>(writer);
@@ -219,13 +239,12 @@ struct CElement::Tree {
         frames.push_back(Open(root, writer, context, flag));
         while (!frames.empty()) {
             WriteFrame& top = frames.back();
-            const CElementCol& children = *top.element->m_elements;
-            if (top.next >= children.GetCount()) {
+            if (top.next >= ChildCount(*top.element)) {
                 Close(top);
                 frames.pop_back();
                 continue;
             }
-            CXmlObjectBase* item = children.GetItemAt(top.next++);
+            CXmlObjectBase* item = top.element->m_elements->GetItemAt(top.next++);
             CXmlWriter* target = top.writer;
             const CXmlSerializationContext& itemContext = *top.context;
             if (const CElement* child = dynamic_cast<const CElement*>(item))
@@ -262,6 +281,8 @@ CElement::~CElement() {
 }
 
 CXmlObjectBase* CElement::GetBase() { return this; }
+CAttributeCol* CElement::GetAttributes() const { return &Tree::Attributes(*this); }
+CElementCol* CElement::GetElements() const { return &Tree::Elements(*this); }
 std::string CElement::GetTargetNamespace() const { return m_targetNamespace; }
 std::string CElement::GetNamespace() const { return m_namespace; }
 
@@ -271,7 +292,7 @@ void CElement::Init(const char* name, const char* namespaceUri, const char* rest
     std::string target = detail::RequireValue(targetNamespace, "Target Namespace must have a value");
     std::string namespaceText = OrEmpty(namespaceUri);
     CXmlObjectHelper::TestNamespace(namespaceText, rule, target);
-    Tree::ResetCollections(*this, target);
+    Tree::DropCollections(*this);
     CXmlObjectBase::SetElementName(elementName.c_str());
     m_namespace = std::move(namespaceText);
     m_restriction = std::move(rule);

@@ -74,9 +74,10 @@ public:
     const std::string& GetNamespaceRestriction() const { return m_restriction; }
     /// The "xmlns" value seen when copied from a document, else "".
     const std::string& GetOwnDefaultNamespace() const { return m_ownDefaultNamespace; }
-    /// The collections, no reference taken.
-    CAttributeCol* GetAttributes() const { return m_attributes; }
-    CElementCol* GetElements() const { return m_elements; }
+    /// The collections ("##any", the element's target namespace; children 0
+    /// to unbounded), no reference taken.
+    CAttributeCol* GetAttributes() const;
+    CElementCol* GetElements() const;
 
 protected:
     // Change hooks for subclasses; nothing of their own.
@@ -105,8 +106,9 @@ private:
     std::string m_namespace;
     std::string m_restriction;
     std::string m_targetNamespace;
-    CAttributeCol* m_attributes = nullptr;  // one reference held
-    CElementCol* m_elements = nullptr;      // one reference held
+    // One reference held on each; made when first needed.
+    mutable CAttributeCol* m_attributes = nullptr;
+    mutable CElementCol* m_elements = nullptr;
     std::string m_ownDefaultNamespace;
 };
 
