@@ -5,6 +5,7 @@
 #include <string>
 
 #include "kvxml/metadata/AnyElement.h"
+#include "kvxml/metadata/AttributeInfo.h"
 #include "kvxml/metadata/ElementInfoUntyped.h"
 #include "metadata/GeneratedTestClasses.h"
 #include "support/KvTestSupport.h"
@@ -267,6 +268,33 @@ TEST(ElementInfoUntyped, CollectionsTakeARunAndCheckTheirCountsByGroup) {
             }
         }
     }
+}
+
+TEST(AttributeInfoAny, GathersAdmittedAttributesIntoItsCollectionOnly) {
+    const CXmlSerializationContext context;
+    ParsedDocument doc("<r xmlns:a='urn:a' xmlns:b='urn:b' a:x='1' b:y='2' z='3'/>");
+    CAttributeInfoAny info("AnyAttribute", "", 1, true, nullptr, "##other", "urn:a");
+    CHolder holder;
+    KvVariant value;
+    CAttributeCol* gathered = new CAttributeCol("AnyAttribute", "##any", "");
+    value.SetXmlCollection(gathered);
+    holder.Set(1, value);
+    std::string answers;
+    for (CXmlAttribute* attribute : doc.Root()->GetAttributes())
+        answers += info.AttributeFromXml(context, &holder, attribute) ? '1' : '0';
+    EXPECT_EQ(answers, "011");
+    EXPECT_EQ(gathered->Item(0)->GetElementName() + gathered->Item(0)->GetValue() + gathered->Item(0)->GetNamespace(),
+              "y2urn:b");
+    EXPECT_TRUE(info.Validate(context, false));
+    RecordingWriter writer;
+    info.AttributeToXml(context, &holder, &writer);
+    EXPECT_EQ(writer.log, "@{urn:b}y=2,23;@z=3,23;");
+
+    KvVariant wrong;
+    wrong.SetXmlCollection(new CElementCol("e", "##any", "", 0, -1));
+    holder.Set(1, wrong);
+    EXPECT_KV_THROW(info.AttributeFromXml(context, &holder, doc.Root()->GetAttributes()[2]), CKvException,
+                    "Serialization Data Error : The collection should be a CAttributeCol, it was not!");
 }
 
 }  // namespace
