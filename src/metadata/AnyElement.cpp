@@ -348,14 +348,36 @@ void CElement::FireOnChangeName() {}
 void CElement::FireOnChangeText() {}
 void CElement::FireOnChangeNamespace() {}
 
-void CElement::FromXml(const char* xmlText, const CXmlSerializationContext& context) {
-    CXmlDocument document(context);
-    document.LoadXml(xmlText);
-    CXmlElement* root = document.GetDocumentElement();
-    if (!root) return;
+void CElement::FromXmlElement(const CXmlElement* element, const CXmlSerializationContext& context) {
+    if (!element) return;
+    CXmlElement* root = const_cast<CXmlElement*>(element);
     // A document element the restriction refuses is reported, not ignored.
     if (FromXml_Int(nullptr, root, context, false) == root)
         CXmlObjectHelper::TestNamespace(root->GetNamespaceURI(), m_restriction, m_targetNamespace);
+}
+
+void CElement::FromXmlFile(const char* fileName, const CXmlSerializationContext& context) {
+    CXmlDocument document(context);
+    document.Load(fileName);
+    FromXmlElement(document.GetDocumentElement(), context);
+}
+
+void CElement::FromXml(const char* xmlText, const CXmlSerializationContext& context) {
+    CXmlDocument document(context);
+    document.LoadXml(xmlText);
+    FromXmlElement(document.GetDocumentElement(), context);
+}
+
+void CElement::FromXml(const wchar_t* xmlText, const CXmlSerializationContext& context) {
+    CXmlDocument document(context);
+    document.LoadXml(xmlText);
+    FromXmlElement(document.GetDocumentElement(), context);
+}
+
+void CElement::FromXmlStream(unsigned char* data, uint32_t length, const CXmlSerializationContext& context) {
+    CXmlDocument document(context);
+    document.LoadXmlStream(data, length);
+    FromXmlElement(document.GetDocumentElement(), context);
 }
 
 void CElement::ToXml_Int(CXmlWriter* writer, bool, const char*, const CXmlSerializationContext& context,

@@ -69,9 +69,18 @@ TEST(AnyElement, CopiedElementWritesTextAfterChildrenAndClonesAlike) {
     copy->GetElements()->Item(0)->SetText("changed");
     EXPECT_EQ(element.ToXml(false, false), expected);
 
-    CElement read("r");
+    // Every entry point reads the document element itself.
+    CElement read("r"), wide("r"), streamed("r");
     read.FromXml("<r a='1'><c/>t</r>");
-    EXPECT_EQ(read.ToXml(false, false), "<r a=\"1\"><c/>t</r>");
+    wide.FromXml(L"<r a='1'><c/>t</r>");
+    unsigned char bytes[] = "<r a='1'><c/>t</r>";
+    streamed.FromXmlStream(bytes, sizeof bytes - 1);
+    for (const CElement* element : {&read, &wide, &streamed})
+        EXPECT_EQ(element->ToXml(false, false), "<r a=\"1\"><c/>t</r>");
+    CElement local("e", "", "##local", "");
+    EXPECT_KV_THROW(
+        local.FromXml("<r xmlns='urn:x'/>"), CKvInvalidNamespaceException,
+        "Invalid namespace [urn:x]. The namespace must be one of [##local] where the target namespace is []");
 }
 
 TEST(AnyElement, OwnDefaultNamespaceIsDeclaredByAnInnerWriterWithoutAttributes) {
@@ -191,11 +200,12 @@ TEST(ElementInfoUntyped, ReadsAdmittedElementsAndAnswersMissesByGroupAndCardinal
         for (const char* name : {"n", "AnyElement"}) {
             std::unique_ptr<CElementInfo> info(row.make(name, "##other"));
             CHolder holder;
-            if (row.card == Mnd) holder.Set(1, [] {
-                KvVariant v;
-                v.SetXmlObject(new CElement("AnyElement"));
-                return v;
-            }());
+            if (row.card == Mnd)
+                holder.Set(1, [] {
+                    KvVariant v;
+                    v.SetXmlObject(new CElement("AnyElement"));
+                    return v;
+                }());
             CXmlElement* cursor = doc.First();
             EXPECT_TRUE(info->ElementFromXml(context, &holder, doc.Root(), &cursor, "", ElementType_Element));
             ASSERT_NE(StoredElement(holder), nullptr);
@@ -210,7 +220,8 @@ TEST(ElementInfoUntyped, ReadsAdmittedElementsAndAnswersMissesByGroupAndCardinal
                                     CKvValidationException,
                                     miss ? "Failed to find the required element from namespace [urn:d]"
                                          : (std::string("Failed to find a required element [") + name + "]").c_str());
-                    EXPECT_FALSE(info->ElementFromXml(context, &holder, doc.Root(), &at, "", ElementType_PseudoElement));
+                    EXPECT_FALSE(
+                        info->ElementFromXml(context, &holder, doc.Root(), &at, "", ElementType_PseudoElement));
                 } else {
                     EXPECT_EQ(info->ElementFromXml(context, &holder, doc.Root(), &at, "", ElementType_Element),
                               row.group == Seq);
@@ -255,10 +266,11 @@ TEST(ElementInfoUntyped, CollectionsTakeARunAndCheckTheirCountsByGroup) {
             CXmlElement* cursor = doc.First();
             const bool checked = i != 2 && minimum > taken[i];
             if (checked) {
-                EXPECT_KV_THROW(infos[i]->ElementFromXml(context, &holder, doc.Root(), &cursor, "", ElementType_Element),
-                                CKvValidationException,
-                                "The Minimum number of [" + infos[i]->GetElementName() +
-                                    "] elements allowed in this collection is " + std::to_string(minimum));
+                EXPECT_KV_THROW(
+                    infos[i]->ElementFromXml(context, &holder, doc.Root(), &cursor, "", ElementType_Element),
+                    CKvValidationException,
+                    "The Minimum number of [" + infos[i]->GetElementName() +
+                        "] elements allowed in this collection is " + std::to_string(minimum));
             } else {
                 EXPECT_TRUE(infos[i]->ElementFromXml(context, &holder, doc.Root(), &cursor, "", ElementType_Element));
             }

@@ -45,10 +45,21 @@ public:
     std::string GetTargetNamespace() const override;
     std::string GetNamespace() const override;
 
-    /// Reads the element from the document element of the text.
-    using CXmlObjectBase::FromXml;
+    // Every reading entry point reads the element from the document element
+    // itself (not from its first child, as a generated class would); a
+    // document element the restriction refuses throws as TestNamespace.
+    void FromXmlFile(const char* fileName,
+                     const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext) override;
     void FromXml(const char* xmlText,
                  const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext) override;
+    void FromXml(const wchar_t* xmlText,
+                 const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext) override;
+    using CXmlObjectBase::FromXmlStream;
+    void FromXmlStream(unsigned char* data, uint32_t length,
+                       const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext) override;
+    using CXmlObjectBase::FromXmlElement;
+    void FromXmlElement(const CXmlElement* element,
+                        const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext) override;
 
     /// Restarts the element: the strings as given, empty text, new empty
     /// attribute ("##any") and child ("##any", 0 to unbounded) collections.
