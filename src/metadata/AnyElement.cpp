@@ -3,6 +3,7 @@
 #include "kvxml/metadata/AnyElement.h"
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "kvxml/core/SmartPtr.h"
@@ -185,10 +186,19 @@ struct CElement::Tree {
         }
     }
 
-    // The own-default-namespace form writes into a text of its own.
+    // The own-default-namespace form writes through a text writer of its own.
+    // The outermost such element gets its own text, inserted raw into the
+    // caller's writer when done; one nested inside it writes straight into
+    // that same text (what raw insertion would give, without copying the text
+    // once per level).
     struct InnerText {
-        CTextStream stream{Encoding_None};
-        CXmlTextWriter writer{stream};
+        explicit InnerText(CTextStream* shared)
+            : own(shared ? nullptr : std::make_unique<CTextStream>(Encoding_None)),
+              stream(shared ? *shared : *own),
+              writer(stream) {}
+        std::unique_ptr<CTextStream> own;
+        CTextStream& stream;
+        CXmlTextWriter writer;
     };
 
     struct WriteFrame {
@@ -197,38 +207,52 @@ struct CElement::Tree {
         CXmlWriter* writer;
         const CXmlSerializationContext* context;
         std::unique_ptr<InnerText> inner;
-        CXmlTextWriter* outer;  // receives the inner text
+        CXmlTextWriter* outer;  // the writer the inner text belongs to
+        CTextStream* text;      // the inner text `writer` writes into, if any
     };
 
-    static WriteFrame Open(const CElement& element, CXmlWriter* writer, const CXmlSerializationContext& context,
-                           bool flag) {
+    // `text` is the inner text that `writer` writes into, if any.
+    static WriteFrame Open(const CElement& element, CXmlWriter* writer, CTextStream* text,
+                           const CXmlSerializationContext& context, bool flag) {
         const std::string name = element.GetElementName();
         if (element.m_ownDefaultNamespace.empty()) {
             writer->WriteStartElement(name, element.m_namespace);
             if (element.m_attributes)
                 CXmlObjectBase::ToXml_Int(element.m_attributes, writer, false, element.m_namespace.c_str(), context,
                                           flag);
-            return {&element, 0, writer, &context, nullptr, nullptr};
+            return {&element, 0, writer, &context, nullptr, nullptr, text};
         }
         auto* outer = dynamic_cast<CXmlTextWriter*>(writer);
         if (!outer)
             throw CKvException(
                 FormatString("The element [%s] declares its own default namespace and can only be written as XML text",
                              name.c_str()));
-        auto inner = std::make_unique<InnerText>();
-        inner->writer.Open();
+        auto inner = std::make_unique<InnerText>(text);
+        if (text)
+            outer->CloseParentElm();
+        else
+            inner->writer.Open();
         inner->writer.SetFormat(outer->GetFormat());
         inner->writer.SetEOLType(outer->GetEOLType());
         inner->writer.SetDefaultNamespace(element.m_ownDefaultNamespace);
         inner->writer.WriteStartElement(name, element.m_namespace);
         CXmlWriter* innerWriter = &inner->writer;
-        return {&element, 0, innerWriter, &CXmlSerializationContext::m_defaultContext, std::move(inner), outer};
+        CTextStream* innerText = &inner->stream;
+        // Its children are written with a default context.
+        const CXmlSerializationContext* innerContext = &CXmlSerializationContext::m_defaultContext;
+        WriteFrame frame{&element, 0, innerWriter, innerContext, nullptr, outer, innerText};
+        frame.inner = std::move(inner);
+        return frame;
     }
 
     static void Close(WriteFrame& frame) {
         frame.writer->WriteString(frame.element->m_text, KvXmlLib10::string);
         frame.writer->WriteEndElement();
         if (!frame.inner) return;
+        if (!frame.inner->own) {  // written in place
+            frame.outer->WriteRawElement("");
+            return;
+        }
         frame.inner->writer.Close();
         frame.outer->CloseParentElm();
         frame.outer->WriteRawElement(frame.inner->stream.GetText());
@@ -236,7 +260,7 @@ struct CElement::Tree {
 
     static void Write(const CElement& root, CXmlWriter* writer, const CXmlSerializationContext& context, bool flag) {
         std::vector<WriteFrame> frames;
-        frames.push_back(Open(root, writer, context, flag));
+        frames.push_back(Open(root, writer, nullptr, context, flag));
         while (!frames.empty()) {
             WriteFrame& top = frames.back();
             if (top.next >= ChildCount(*top.element)) {
@@ -246,9 +270,10 @@ struct CElement::Tree {
             }
             CXmlObjectBase* item = top.element->m_elements->GetItemAt(top.next++);
             CXmlWriter* target = top.writer;
+            CTextStream* text = top.text;
             const CXmlSerializationContext& itemContext = *top.context;
             if (const CElement* child = dynamic_cast<const CElement*>(item))
-                frames.push_back(Open(*child, target, itemContext, flag));
+                frames.push_back(Open(*child, target, text, itemContext, flag));
             else
                 CXmlObjectBase::ToXml_Int(item, target, false, "", itemContext, flag);
         }

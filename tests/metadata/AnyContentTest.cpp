@@ -95,6 +95,12 @@ TEST(AnyElement, OwnDefaultNamespaceIsDeclaredByAnInnerWriterWithoutAttributes) 
     CElement outer("o");
     outer.GetElements()->Add(CSmartPtr<CElement>(element.Clone()).get());
     EXPECT_EQ(outer.ToXml(false, true), "<o>\n<r xmlns=\"urn:x\">\n\t<c/>\nt</r>\n\n</o>\n");
+
+    // Nested elements with their own default namespace: each declares its own.
+    ParsedDocument nested("<a xmlns='urn:a'><b xmlns='urn:b'><c xmlns='urn:c'/>t</b></a>", noNamespaces);
+    element.CopyXmlElement(nested.Root());
+    EXPECT_EQ(element.ToXml(false, true),
+              "<a xmlns=\"urn:a\">\n<b xmlns=\"urn:b\">\n<c xmlns=\"urn:c\"/>\n\nt</b>\n\n</a>\n\n");
 }
 
 TEST(AnyElementCol, ReadsWhatTheRestrictionAdmitsAndLeavesTheRest) {
