@@ -20,8 +20,7 @@ using KvXmlLib10::detail::MissRule;
 
 namespace {
 
-// Abstract members of an all group are not read: their factories would
-// have to run before the group knows which element is whose.
+// Abstract members of an all group are deliberately not supported on reading.
 [[noreturn]] void ThrowNotImplemented(const char* operation) {
     throw KvXmlLib10::CKvException(std::string(operation) +
                                    ", has not been implemented fully, contact the maintainers of your kvxml build");

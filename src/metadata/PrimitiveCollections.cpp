@@ -120,8 +120,8 @@ void CPrimitiveCol<Type, Value>::Add(const Value& value) {
 
 template <ItemType Type, typename Value>
 void CPrimitiveCol<Type, Value>::AddAt(int32_t index, const Value& value) {
-    // Listeners get the caller's value: it outlives the add, and a
-    // vector<bool> has no element to point at.
+    // Listeners get the caller's value: it outlives the add and is the
+    // value the caller knows.
     void* item = const_cast<Value*>(&value);
     BeginAdd(index, item);
     Codec<Type>::Check(GetElementName().c_str(), value, GetRestrictions());

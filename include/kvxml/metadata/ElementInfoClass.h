@@ -15,9 +15,10 @@
 namespace KvXmlLib10Data {
 
 /// Mandatory class member of a sequence: the parent creates the child in
-/// advance (failing that, the factory makes one and it is stored); reading searches like every mandatory sequence
-/// member and lets the existing child fill itself. A pseudo child that consumed nothing is a missing element only when
-/// its content is mandatory.
+/// advance (failing that, the factory makes one and it is stored); reading
+/// searches like every mandatory sequence member and lets the child fill
+/// itself. A pseudo child that consumed nothing is a missing element only
+/// when its content is mandatory.
 class KVXML_API CElementInfoSeqClsMnd : public CElementInfoSeq {
 public:
     CElementInfoSeqClsMnd(const char* elementName, const char* namespaceUri, int32_t propertyId,

@@ -14,7 +14,7 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
+#include <deque>
 
 #include "kvxml/core/XmlTypeCollection.h"
 #include "kvxml/foundation/Export.h"
@@ -63,7 +63,8 @@ protected:
                    const CXmlSerializationContext& context, bool flag) const override;
 
 private:
-    std::vector<Value> m_values;
+    // A deque: Clear removes from the front one item at a time.
+    std::deque<Value> m_values;
     CInstanceMonitor m_monitor;
 };
 
@@ -87,7 +88,7 @@ protected:
                    const CXmlSerializationContext& context, bool flag) const override;
 
 private:
-    std::vector<CDateTime> m_values;
+    std::deque<CDateTime> m_values;
 };
 
 /// A date-and-time collection of the kind of Type. AddAt first refuses a

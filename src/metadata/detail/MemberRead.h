@@ -4,7 +4,9 @@
 // A mandated descriptor class is a thin shell: it picks the miss rule of its
 // group and cardinality and the codec of its kind and hands both to
 // ReadMember. Writing needs no rule: every single-valued member writes the
-// same way whatever its group.
+// same way whatever its group. A kind is one codec: the untyped (wildcard)
+// members are to be one more, writing through ElementToXmlCls and reading a
+// generic element, under the same miss rules.
 #pragma once
 
 #include "kvxml/core/SmartPtr.h"
