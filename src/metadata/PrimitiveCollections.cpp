@@ -141,6 +141,15 @@ int32_t CPrimitiveCol<Type, Value>::GetCount() const {
 }
 
 template <ItemType Type, typename Value>
+void CPrimitiveCol<Type, Value>::Clear() {
+    // Removing from the front one at a time is quadratic in a vector.
+    if (HasEventListeners())
+        CXmlTypeCollection::Clear();
+    else
+        m_values.clear();
+}
+
+template <ItemType Type, typename Value>
 void CPrimitiveCol<Type, Value>::Remove(int32_t index) {
     BeginRemove(index);
     m_values.erase(m_values.begin() + index);
@@ -170,6 +179,13 @@ CDateTime CdatetimeBaseCol::Item(int32_t index) const {
 }
 
 int32_t CdatetimeBaseCol::GetCount() const { return static_cast<int32_t>(m_values.size()); }
+
+void CdatetimeBaseCol::Clear() {
+    if (HasEventListeners())
+        CXmlTypeCollection::Clear();
+    else
+        m_values.clear();
+}
 
 void CdatetimeBaseCol::Remove(int32_t index) {
     BeginRemove(index);

@@ -118,6 +118,8 @@ TEST(PrimitiveCollections, EveryMemberWritesAndReadsBackItsValues) {
         ASSERT_NE(rest, nullptr);
         EXPECT_EQ(rest->GetLocalName(), "w");
         EXPECT_EQ(Write(*read), one + one);
+        read->Clear();  // no listener: in one step
+        EXPECT_EQ(read->GetCount(), 0);
     }
     CInstanceMonitor::SetCounting(false);
 }

@@ -65,6 +65,9 @@ protected:
     void FireOnCollectionRemove(int32_t index);
     void FireOnCollectionRemoveComplete(int32_t index);
 
+    /// Whether anyone is told about changes: without listeners, events are
+    /// unobservable and bulk operations may skip them.
+    bool HasEventListeners() const { return !m_listeners.empty(); }
     /// The stored namespace, for the collection's own reading and writing.
     const std::string& GetItemNamespace() const { return m_targetNamespace; }
 

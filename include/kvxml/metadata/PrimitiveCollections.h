@@ -14,7 +14,7 @@
 
 #include <cstdint>
 #include <string>
-#include <deque>
+#include <vector>
 
 #include "kvxml/core/XmlTypeCollection.h"
 #include "kvxml/foundation/Export.h"
@@ -55,6 +55,8 @@ public:
     Value Item(int32_t index) const;
 
     int32_t GetCount() const override;
+    /// As CXmlTypeCollection::Clear; with no listener to tell, in one step.
+    void Clear() override;
     void Remove(int32_t index) override;
     void AddFromString(const std::string& text) override;
 
@@ -63,8 +65,7 @@ protected:
                    const CXmlSerializationContext& context, bool flag) const override;
 
 private:
-    // A deque: Clear removes from the front one item at a time.
-    std::deque<Value> m_values;
+    std::vector<Value> m_values;
     CInstanceMonitor m_monitor;
 };
 
@@ -77,6 +78,8 @@ public:
 
     CDateTime Item(int32_t index) const;
     int32_t GetCount() const override;
+    /// As CXmlTypeCollection::Clear; with no listener to tell, in one step.
+    void Clear() override;
     void Remove(int32_t index) override;
     /// The text of the item at index, as written.
     virtual std::string ItemToString(int32_t index) const = 0;
@@ -88,7 +91,7 @@ protected:
                    const CXmlSerializationContext& context, bool flag) const override;
 
 private:
-    std::deque<CDateTime> m_values;
+    std::vector<CDateTime> m_values;
 };
 
 /// A date-and-time collection of the kind of Type. AddAt first refuses a
