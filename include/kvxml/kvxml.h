@@ -57,8 +57,12 @@
 #include "kvxml/metadata/ElementInfoEnumeration.h"
 #include "kvxml/metadata/ElementInfoClass.h"
 #include "kvxml/metadata/ElementInfoCollection.h"
+#include "kvxml/metadata/ElementInfoUntyped.h"
 #include "kvxml/metadata/AttributeInfo.h"
 #include "kvxml/metadata/PrimitiveCollections.h"
+#include "kvxml/metadata/WildcardIterator.h"
+#include "kvxml/metadata/AnyAttribute.h"
+#include "kvxml/metadata/AnyElement.h"
 
 #include "kvxml/dom/XmlAttribute.h"
 #include "kvxml/dom/XmlElement.h"

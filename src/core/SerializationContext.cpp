@@ -3,6 +3,7 @@
 
 #include "kvxml/foundation/KvException.h"
 #include "foundation/detail/OrEmpty.h"
+#include "kvxml/metadata/AnyAttribute.h"
 
 namespace KvXmlLib10 {
 
@@ -12,6 +13,27 @@ CXmlSerializationContext::CXmlSerializationContext() = default;
 CXmlSerializationContext::CXmlSerializationContext(const CXmlSerializationContext& other) = default;
 CXmlSerializationContext& CXmlSerializationContext::operator=(const CXmlSerializationContext& other) = default;
 CXmlSerializationContext::~CXmlSerializationContext() = default;
+
+CXmlSerializationContext::RootAttributes::~RootAttributes() {
+    if (CAttributeCol* held = collection.load()) held->Release();
+}
+
+CAttributeCol* CXmlSerializationContext::GetAdditionalRootAttributes() const {
+    std::atomic<CAttributeCol*>& slot = m_additionalRootAttributes.collection;
+    CAttributeCol* collection = slot.load(std::memory_order_acquire);
+    if (!collection) {
+        // Every root write asks, so threads sharing the default context may
+        // race here: the loser drops its collection and takes the winner's.
+        CAttributeCol* created = new CAttributeCol("", "##any", "");
+        created->AddRef();
+        if (slot.compare_exchange_strong(collection, created, std::memory_order_acq_rel))
+            collection = created;
+        else
+            created->Release();
+    }
+    collection->AddRef();
+    return collection;
+}
 
 void CXmlSerializationContext::SetIgnoreUnknownElements(bool value) {
     if (value && m_ignoreMissingMandatoryElements) {

@@ -7,6 +7,7 @@
 #include "kvxml/core/XmlCollectionBase.h"
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
+#include "kvxml/metadata/AnyAttribute.h"
 #include "kvxml/metadata/AttributeInfo.h"
 #include "kvxml/metadata/ElementInfo.h"
 #include "kvxml/metadata/ElementInfoCollection.h"
@@ -23,12 +24,20 @@ using KvXmlLib10Data::CParentElementInfo;
 
 namespace {
 
-// Seam: the context's additional root attributes (an any-attribute
-// collection, taken with a reference and released after writing) go onto the
-// root element right after its start tag. The context offers no such
-// collection until the any-content wrappers exist, so there is nothing to
-// write yet.
-void WriteAdditionalRootAttributes(CXmlWriter*, const char*, const CXmlSerializationContext&, bool) {}
+// The context's additional root attributes go onto the root element right
+// after its start tag.
+void WriteAdditionalRootAttributes(CXmlWriter* writer, const char* targetNamespace,
+                                   const CXmlSerializationContext& context, bool flag) {
+    CAttributeCol* attributes = context.GetAdditionalRootAttributes();
+    if (!attributes) return;
+    try {
+        CXmlObjectBase::ToXml_Int(attributes, writer, false, targetNamespace, context, flag);
+    } catch (...) {
+        attributes->Release();
+        throw;
+    }
+    attributes->Release();
+}
 
 }  // namespace
 

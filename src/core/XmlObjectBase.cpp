@@ -7,6 +7,7 @@
 #include "kvxml/dom/XmlDocument.h"
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
+#include "kvxml/metadata/AnyElement.h"
 #include "kvxml/output/BinaryStream.h"
 #include "kvxml/output/FileTextStream.h"
 #include "kvxml/output/KvZip.h"
@@ -170,6 +171,11 @@ void CXmlObjectBase::FromXmlStream(const CBinaryData& data, const CXmlSerializat
 void CXmlObjectBase::FromXmlElement(const CXmlElement* element, const CXmlSerializationContext& context) {
     CXmlElement* writable = const_cast<CXmlElement*>(element);
     FromXml_Int(writable, writable->GetFirstElement(), context, false);
+}
+
+void CXmlObjectBase::FromXmlElement(const CElement* element, const CXmlSerializationContext& context) {
+    const std::string text = element->ToXml(false, false, EOL_LF, CXmlSerializationContext::m_defaultContext);
+    FromXml(text.c_str(), context);
 }
 
 bool CXmlObjectBase::IsNamespaceValid(const char* namespaceUri, const char* restriction,

@@ -179,13 +179,18 @@ bool ReadCollectionMember(MissRule rule, bool checkCount, const CElementInfo& in
     CXmlElement* next = info.FromXml_Int(collection, *current, parent, context, false);
     const bool consumed = next != *current;
     *current = next;
+    return AnswerCollectionRead(rule, checkCount, *collection, consumed, context, elementType);
+}
+
+bool AnswerCollectionRead(MissRule rule, bool checkCount, const CXmlCollectionBase& collection, bool consumed,
+                          const CXmlSerializationContext& context, XmlElementType elementType) {
     if (!consumed && rule == MissRule::Decline) return false;
     if (!checkCount) return true;
     if (elementType == KvXmlLib10Data::ElementType_Element) {
-        collection->ValidateCount(context);
+        collection.ValidateCount(context);
         return true;
     }
-    return collection->IsValidCount(context);
+    return collection.IsValidCount(context);
 }
 
 void WritePseudoChildAttributes(const CElementInfo& info, XmlElementType childType,

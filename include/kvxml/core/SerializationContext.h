@@ -1,6 +1,7 @@
 // SerializationContext.h - the options every serialisation call carries.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -10,6 +11,8 @@
 #include "kvxml/foundation/Export.h"
 
 namespace KvXmlLib10 {
+
+class CAttributeCol;
 
 /// How documents are parsed: 0 (the default) and 1 are namespace aware;
 /// 2 parses without namespace processing and matches names without them.
@@ -25,7 +28,9 @@ enum SchemaType : int32_t {
 class KVXML_API CXmlSerializationContext {
 public:
     CXmlSerializationContext();
+    /// Copies every option; the copy starts without additional root attributes.
     CXmlSerializationContext(const CXmlSerializationContext& other);
+    /// Copies every option; each context keeps its own additional root attributes.
     CXmlSerializationContext& operator=(const CXmlSerializationContext& other);
     virtual ~CXmlSerializationContext();
 
@@ -93,6 +98,13 @@ public:
     CFastInfosetContext& GetFIContext() { return m_fiContext; }
     const CFastInfosetContext& GetFIContext() const { return m_fiContext; }
 
+    /// Attributes written on the document root, in a collection ("##any")
+    /// created on the first call, also through a const context (racing first
+    /// calls agree on one collection). Each call
+    /// returns it with one more reference, which the caller gives back with
+    /// Release.
+    CAttributeCol* GetAdditionalRootAttributes() const;
+
 private:
     bool m_writeTypeAttribute = true;
     bool m_ignoreUnknownAttributes = false;
@@ -111,6 +123,17 @@ private:
     CNamespaceAliasMap m_namespaceAliases;
     std::vector<std::string> m_processingInstructions;
     CFastInfosetContext m_fiContext;
+    // Holds one reference on the additional root attributes. Copying the
+    // context copies nothing of it, so every other member keeps its default copy.
+    class RootAttributes {
+    public:
+        RootAttributes() = default;
+        RootAttributes(const RootAttributes&) {}
+        RootAttributes& operator=(const RootAttributes&) { return *this; }
+        ~RootAttributes();
+        std::atomic<CAttributeCol*> collection{nullptr};
+    };
+    mutable RootAttributes m_additionalRootAttributes;
 };
 
 }  // namespace KvXmlLib10

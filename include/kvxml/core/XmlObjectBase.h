@@ -28,6 +28,7 @@ class CXmlElement;
 class CXmlCollectionBase;
 class CTextStream;
 class CXmlDocument;
+class CElement;
 
 /// When on, ToXmlFile without compression writes into the file while it
 /// serialises instead of building the document in memory first. Off at start.
@@ -96,6 +97,11 @@ public:
                                const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext);
     /// Fills this object from an element already parsed.
     virtual void FromXmlElement(const CXmlElement* element,
+                                const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext);
+    /// Fills this object from a wildcard element: the element is written as
+    /// text (no declaration, unformatted, LF, default context) and read back
+    /// with `context`.
+    virtual void FromXmlElement(const CElement* element,
                                 const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext);
 
     virtual ~CXmlObjectBase();

@@ -126,4 +126,33 @@ private:
     StringToEnumFunc m_stringToEnum;
 };
 
+/// The wildcard (xs:anyAttribute): attributes whose namespace the
+/// restriction admits against the target namespace are gathered into the
+/// CAttributeCol held by the property, and written back from it. Validation
+/// always accepts.
+class KVXML_API CAttributeInfoAny : public CAttributeInfo {
+public:
+    CAttributeInfoAny(const char* attributeName, const char* namespaceUri, int32_t propertyId, bool optional,
+                      const char* defaultValue, const char* restriction, const char* targetNamespace);
+    ~CAttributeInfoAny() override;
+    /// The collection writes itself with the object's target namespace; an
+    /// unset property writes nothing.
+    void AttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                        const KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::CXmlWriter* writer) const override;
+    /// False for a namespace the restriction refuses. Throws CKvException
+    /// "Serialization Data Error : The collection should be a CAttributeCol,
+    /// it was not!" when the property holds anything else.
+    bool AttributeFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                          KvXmlLib10::CXmlAttribute* attribute) override;
+    bool Validate(const KvXmlLib10::CXmlSerializationContext& context, bool found) const override;
+
+    const std::string& GetNamespaceRestriction() const { return m_restriction; }
+    /// The namespace the restriction is read against.
+    const std::string& GetWildcardNamespace() const { return m_targetNamespace; }
+
+private:
+    std::string m_restriction;
+    std::string m_targetNamespace;
+};
+
 }  // namespace KvXmlLib10Data

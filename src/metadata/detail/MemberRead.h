@@ -16,6 +16,7 @@
 namespace KvXmlLib10 {
 
 class CXmlObjectBase;
+class CXmlCollectionBase;
 
 namespace detail {
 
@@ -116,6 +117,11 @@ bool ReadClassMember(MissRule rule, const ClassCodec& codec, const KvXmlLib10Dat
 bool ReadCollectionMember(MissRule rule, bool checkCount, const KvXmlLib10Data::CElementInfo& info,
                           const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement* parent,
                           CXmlElement** current, KvXmlLib10Data::XmlElementType elementType);
+
+/// The answer of a collection member once its collection has read (having
+/// consumed something or not), with the count checks described above.
+bool AnswerCollectionRead(MissRule rule, bool checkCount, const CXmlCollectionBase& collection, bool consumed,
+                          const CXmlSerializationContext& context, KvXmlLib10Data::XmlElementType elementType);
 
 /// The pseudo-element read: let the child read from the cursor inside the
 /// parent; only when it consumed at least one element is it stored (when
