@@ -13,7 +13,6 @@
 // Fast Infoset writer; its throughput is counted in bytes of the XML text,
 // so the two loads compare directly.
 #include <benchmark/benchmark.h>
-#include <expat.h>
 
 #include <clocale>
 #include <cstdint>
@@ -22,67 +21,17 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
-#include <malloc.h>
-#include <new>
 #include <string>
 #include <vector>
 
+#include "BenchSupport.h"
 #include "kvxml/dom/XmlDocument.h"
 #include "kvxml/fastinfoset/FastInfosetWriter.h"
 #include "kvxml/output/BinaryStream.h"
 
 using namespace KvXmlLib10;
 
-// ---- heap accounting (C++ allocations; expat's own mallocs are not seen) ----
-
-namespace {
-// Off while timing, so the counting does not tax the timed loads.
-bool g_counting = false;
-int64_t g_live = 0;
-int64_t g_peak = 0;
-
-void* Counted(void* p) {
-    if (!p) throw std::bad_alloc();
-    if (g_counting) {
-        g_live += static_cast<int64_t>(malloc_usable_size(p));
-        if (g_live > g_peak) g_peak = g_live;
-    }
-    return p;
-}
-
-void Uncounted(void* p) {
-    if (p && g_counting) g_live -= static_cast<int64_t>(malloc_usable_size(p));
-    std::free(p);
-}
-
-std::size_t AlignedSize(std::size_t size, std::align_val_t align) {
-    const auto a = static_cast<std::size_t>(align);
-    return (size + a - 1) / a * a;
-}
-
-// Peak C++ heap of one call beyond what was live before it.
-template <class Action>
-int64_t MeasurePeak(Action&& action) {
-    g_live = 0;
-    g_peak = 0;
-    g_counting = true;
-    action();
-    g_counting = false;
-    return g_peak;
-}
-}  // namespace
-
-void* operator new(std::size_t size) { return Counted(std::malloc(size ? size : 1)); }
-void* operator new[](std::size_t size) { return Counted(std::malloc(size ? size : 1)); }
-void* operator new(std::size_t size, std::align_val_t align) {
-    return Counted(std::aligned_alloc(static_cast<std::size_t>(align), AlignedSize(size, align)));
-}
-void operator delete(void* p) noexcept { Uncounted(p); }
-void operator delete[](void* p) noexcept { Uncounted(p); }
-void operator delete(void* p, std::size_t) noexcept { Uncounted(p); }
-void operator delete[](void* p, std::size_t) noexcept { Uncounted(p); }
-void operator delete(void* p, std::align_val_t) noexcept { Uncounted(p); }
-void operator delete(void* p, std::size_t, std::align_val_t) noexcept { Uncounted(p); }
+using benchsupport::MeasurePeak;
 
 namespace {
 
@@ -232,30 +181,11 @@ private:
 
 // ---- benchmarks ----
 
-void XMLCALL NoStart(void*, const XML_Char*, const XML_Char**) {}
-void XMLCALL NoEnd(void*, const XML_Char*) {}
-void XMLCALL NoText(void*, const XML_Char*, int) {}
-
-// The baseline: expat alone, namespace processing on, handlers doing
-// nothing, fed in the same 64 KiB pieces as the document reader.
+// The baseline: expat alone on the same bytes (BenchSupport.h).
 void BM_ExpatOnly(benchmark::State& state) {
     const std::string& text = Document();
-    for (auto _ : state) {
-        XML_Parser parser = XML_ParserCreateNS(nullptr, '|');
-        XML_SetElementHandler(parser, NoStart, NoEnd);
-        XML_SetCharacterDataHandler(parser, NoText);
-        std::size_t done = 0;
-        while (done < text.size()) {
-            const std::size_t piece = std::min<std::size_t>(64 * 1024, text.size() - done);
-            const bool last = done + piece == text.size();
-            if (XML_Parse(parser, text.data() + done, static_cast<int>(piece), last) != XML_STATUS_OK) {
-                state.SkipWithError(XML_ErrorString(XML_GetErrorCode(parser)));
-                break;
-            }
-            done += piece;
-        }
-        XML_ParserFree(parser);
-    }
+    for (auto _ : state)
+        if (const char* error = benchsupport::ParseWithExpat(text)) state.SkipWithError(error);
     SetThroughput(state);
 }
 BENCHMARK(BM_ExpatOnly)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();

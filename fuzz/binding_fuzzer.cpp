@@ -1,4 +1,5 @@
-// binding_fuzzer.cpp - arbitrary bytes read into the generated-style test bindings under two option sets, then rewritten.
+// binding_fuzzer.cpp - arbitrary bytes read into the generated-style test bindings under two option sets, then
+// rewritten; and into the wildcard element wrapper on its own.
 //
 // Every binding gets every input (the document element's name is adopted,
 // not checked). Reading, writing and reading the written bytes again must
@@ -8,14 +9,19 @@
 // fixed number of digits.
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "../tests/bindings/AllTypes.cpp"
+#include "../tests/bindings/Drawing.cpp"
+#include "../tests/bindings/Envelope.cpp"
 #include "../tests/bindings/Measurement.cpp"
+#include "../tests/bindings/PurchaseOrder.cpp"
 #include "../tests/bindings/Settings.cpp"
 #include "../tests/bindings/Shape.cpp"
 #include "../tests/bindings/Ticket.cpp"
 #include "kvxml/core/SerializationContext.h"
+#include "kvxml/dom/XmlDocument.h"
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/values/BinaryData.h"
 
@@ -61,6 +67,24 @@ void ReadWriteRead(std::vector<unsigned char>& bytes, const CXmlSerializationCon
     }
 }
 
+// The wildcard wrapper on its own: the whole document copied, cloned and
+// written, and read from text.
+void WildcardElement(const std::vector<unsigned char>& bytes, const CXmlSerializationContext& context) {
+    const std::string text(bytes.begin(), bytes.end());
+    try {
+        CXmlDocument document(context);
+        document.LoadXml(text.c_str());
+        CElement copy("AnyElement");
+        copy.CopyXmlElement(document.GetDocumentElement());
+        CSmartPtr<CElement> clone(copy.Clone());
+        (void)clone->ToXml(false, true, EOL_LF, context);
+        CElement read("AnyElement");
+        read.FromXml(text.c_str(), context);
+        (void)read.ToXml(false, false, EOL_LF, context);
+    } catch (const CKvException&) {
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -78,6 +102,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         ReadWriteRead<kvbind::CSettings>(bytes, *context);
         ReadWriteRead<kvbind::CShape>(bytes, *context);
         ReadWriteRead<kvbind::CMeasurement>(bytes, *context);
+        ReadWriteRead<kvbind::CPurchaseOrders>(bytes, *context);
+        ReadWriteRead<kvbind::CDrawing>(bytes, *context);
+        ReadWriteRead<kvbind::CEnvelope>(bytes, *context);
     }
+    // Without namespace processing "xmlns" arrives as an attribute and gives
+    // a wildcard element its own default namespace.
+    static const CXmlSerializationContext noNamespaces = [] {
+        CXmlSerializationContext context;
+        context.SetSchemaType(SchemaType_NoNamespaces);
+        return context;
+    }();
+    ReadWriteRead<kvbind::CEnvelope>(bytes, noNamespaces);
+    WildcardElement(bytes, size % 2 ? noNamespaces : strict);
     return 0;
 }

@@ -26,6 +26,7 @@ struct Node {
     std::vector<std::string> attributes;  // uri, name, value triples flattened
     std::string text;
     std::vector<std::unique_ptr<Node>> children;
+    bool hasContent = false;  // even empty text ends the start tag
 };
 
 class Bytes {
@@ -112,6 +113,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
             Node& current = *open.back();
             switch (bytes.Next() % 5) {
                 case 0: {
+                    current.hasContent = true;
                     auto child = std::make_unique<Node>();
                     Node& added = *child;
                     current.children.push_back(std::move(child));
@@ -120,7 +122,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
                     break;
                 }
                 case 1:
-                    if (current.children.empty() && current.text.empty()) {
+                    if (!current.hasContent) {
                         // Unique names: the reader keeps duplicates, the comparison would not.
                         const std::string uri = kUris[bytes.Next() % 4];
                         const std::string name = "at" + std::to_string(attributeIndex++);
@@ -134,6 +136,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
                     const std::string text = bytes.Text();
                     writer.WriteString(text, string);
                     current.text += text;
+                    current.hasContent = true;
                     break;
                 }
                 default:

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds and runs the whole suite twice: plain (gcc), then under ASan+UBSan.
 # With clang present the sanitized build uses clang and also links the fuzz
-# targets with libFuzzer, which then run for a few seconds each.
+# targets with libFuzzer, which then run for a few seconds each; a third,
+# small build runs the multi-threaded suites under ThreadSanitizer.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh
@@ -12,10 +13,10 @@ passed=0
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 
-run_suite() {  # build-dir, cmake options...
+run_suite() {  # build-dir, cmake options... (KVXML_TARGET: build only that target)
   local dir=$1; shift
   cmake -S . -B "$dir" "$@" >/dev/null
-  cmake --build "$dir" -j"$jobs"
+  cmake --build "$dir" -j"$jobs" ${KVXML_TARGET:+--target "$KVXML_TARGET"}
   ctest --test-dir "$dir" --output-on-failure -j"$jobs" | tee "$log"
   local n
   n=$(sed -n 's/.*tests passed, 0 tests failed out of \([0-9]*\).*/\1/p' "$log" | tail -n 1)
@@ -48,6 +49,14 @@ if command -v clang++ >/dev/null; then
   fi
 else
   run_suite build/sanitize -DCMAKE_BUILD_TYPE=Debug -DKVXML_SANITIZE=ON
+fi
+
+if command -v clang++ >/dev/null; then
+  echo "== ThreadSanitizer, multi-threaded suites =="
+  export TSAN_OPTIONS=halt_on_error=1
+  KVXML_TARGET=kvxml_thread_tests run_suite build/tsan -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+    -DCMAKE_CXX_COMPILER=clang++ -DKVXML_SANITIZE_THREAD=ON -DKVXML_BUILD_FUZZERS=OFF \
+    -DKVXML_BUILD_EXAMPLES=OFF -DKVXML_INSTALL=OFF
 fi
 
 echo "all: ${passed} passed, 0 failed"

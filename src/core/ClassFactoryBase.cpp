@@ -3,12 +3,13 @@
 
 #include "kvxml/dom/XmlDocument.h"
 #include "kvxml/dom/XmlElement.h"
+#include "foundation/detail/StandardNamespaces.h"
 
 namespace KvXmlLib10 {
 
 namespace {
 const std::string kTypeName = "type";
-const std::string kSchemaInstance = "http://www.w3.org/2001/XMLSchema-instance";
+const std::string kSchemaInstance = detail::kXsiNamespace;
 }  // namespace
 
 CClassfactoryBase::~CClassfactoryBase() = default;

@@ -5,18 +5,17 @@
 
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
+#include "foundation/detail/OrEmpty.h"
 
 namespace KvXmlLib10 {
 
-namespace {
-std::string OrEmpty(const char* text) { return text ? std::string(text) : std::string(); }
-}  // namespace
-
 void CNamespaceAliasMap::Add(const char* alias, const char* namespaceUri) {
-    m_aliasByNamespace[OrEmpty(namespaceUri)] = OrEmpty(alias);
+    m_aliasByNamespace[detail::OrEmpty(namespaceUri)] = detail::OrEmpty(alias);
 }
 
-void CNamespaceAliasMap::RemoveNamespace(const char* namespaceUri) { m_aliasByNamespace.erase(OrEmpty(namespaceUri)); }
+void CNamespaceAliasMap::RemoveNamespace(const char* namespaceUri) {
+    m_aliasByNamespace.erase(detail::OrEmpty(namespaceUri));
+}
 
 int CNamespaceAliasMap::GetNamespaceCount() const { return static_cast<int>(m_aliasByNamespace.size()); }
 
@@ -26,26 +25,26 @@ std::string CNamespaceAliasMap::GetNamespaceAt(int index) const {
 }
 
 std::string CNamespaceAliasMap::GetAliasFromNamespace(const char* namespaceUri) const {
-    auto found = m_aliasByNamespace.find(OrEmpty(namespaceUri));
+    auto found = m_aliasByNamespace.find(detail::OrEmpty(namespaceUri));
     return found == m_aliasByNamespace.end() ? std::string() : found->second;
 }
 
 std::string CNamespaceAliasMap::GetNamespaceFromAlias(const char* alias) const {
-    std::string wanted = OrEmpty(alias);
+    std::string wanted = detail::OrEmpty(alias);
     for (const auto& [uri, prefix] : m_aliasByNamespace)
         if (prefix == wanted) return uri;
     throw CKvException(FormatString("Namespace alias [%s] not found", wanted.c_str()));
 }
 
 bool CNamespaceAliasMap::DoesAliasExist(const char* alias) const {
-    std::string wanted = OrEmpty(alias);
+    std::string wanted = detail::OrEmpty(alias);
     for (const auto& entry : m_aliasByNamespace)
         if (entry.second == wanted) return true;
     return false;
 }
 
 bool CNamespaceAliasMap::DoesNamespaceExist(const char* namespaceUri) const {
-    return m_aliasByNamespace.count(OrEmpty(namespaceUri)) != 0;
+    return m_aliasByNamespace.count(detail::OrEmpty(namespaceUri)) != 0;
 }
 
 }  // namespace KvXmlLib10

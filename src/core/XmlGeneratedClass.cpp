@@ -1,14 +1,20 @@
 // XmlGeneratedClass.cpp - the generated-class base: metadata lifetime, property access and the writing half of the engine.
 #include "kvxml/core/XmlGeneratedClass.h"
 
+#include "core/detail/NestingGuard.h"
+
 #include "kvxml/core/SerializationContext.h"
+#include "kvxml/core/XmlCollectionBase.h"
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
+#include "kvxml/metadata/AnyAttribute.h"
 #include "kvxml/metadata/AttributeInfo.h"
 #include "kvxml/metadata/ElementInfo.h"
+#include "kvxml/metadata/ElementInfoCollection.h"
 #include "kvxml/metadata/ParentElementInfo.h"
 #include "kvxml/output/XmlWriter.h"
 #include "kvxml/values/Variant.h"
+#include "metadata/detail/MetadataSupport.h"
 
 namespace KvXmlLib10 {
 
@@ -18,12 +24,20 @@ using KvXmlLib10Data::CParentElementInfo;
 
 namespace {
 
-// Seam: the context's additional root attributes (an any-attribute
-// collection, taken with a reference and released after writing) go onto the
-// root element right after its start tag. The context offers no such
-// collection until the any-content wrappers exist, so there is nothing to
-// write yet.
-void WriteAdditionalRootAttributes(CXmlWriter*, const char*, const CXmlSerializationContext&, bool) {}
+// The context's additional root attributes go onto the root element right
+// after its start tag.
+void WriteAdditionalRootAttributes(CXmlWriter* writer, const char* targetNamespace,
+                                   const CXmlSerializationContext& context, bool flag) {
+    CAttributeCol* attributes = context.GetAdditionalRootAttributes();
+    if (!attributes) return;
+    try {
+        CXmlObjectBase::ToXml_Int(attributes, writer, false, targetNamespace, context, flag);
+    } catch (...) {
+        attributes->Release();
+        throw;
+    }
+    attributes->Release();
+}
 
 }  // namespace
 
@@ -76,8 +90,19 @@ bool CXmlGeneratedClass::IsElementInList(const CXmlSerializationContext& context
 bool CXmlGeneratedClass::DoesElementContainOptionalElements() const {
     CElementInfo** elements = GetClassElementInfo();
     if (!elements) return false;
-    for (; *elements; ++elements)
-        if ((*elements)->MayBeAbsentFromChoice(this)) return true;
+    for (; *elements; ++elements) {
+        // A choice collection may be absent when it may be empty; any other
+        // choice member is optional by nature.
+        if (const auto* list = dynamic_cast<const KvXmlLib10Data::CElementInfoChoiceCol*>(*elements)) {
+            KvVariant value;
+            list->ReadProperty(this, value);
+            detail::HeldObject collection(value.GetXmlCollection());
+            if (collection.get() && static_cast<CXmlCollectionBase*>(collection.get())->GetMinOccurs() == 0)
+                return true;
+        } else if (dynamic_cast<const KvXmlLib10Data::CElementInfoChoice*>(*elements)) {
+            return true;
+        }
+    }
     return false;
 }
 
@@ -86,6 +111,7 @@ bool CXmlGeneratedClass::DoesElementContainOptionalElements() const {
 void CXmlGeneratedClass::ToXml_Int(CXmlWriter* writer, bool isRoot, const char* targetNamespace,
                                    const CXmlSerializationContext& context, bool flag) const {
     try {
+        detail::NestingGuard level(context);
         WriteContent(writer, *GetClassInfo(), isRoot, targetNamespace, context, flag);
     } catch (const CKvException& error) {
         throw CKvValidationException(

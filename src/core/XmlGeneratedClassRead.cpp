@@ -5,6 +5,8 @@
 // something else; anything the schema forbids is an exception.
 #include <memory>
 
+#include "core/detail/NestingGuard.h"
+
 #include "kvxml/core/SerializationContext.h"
 #include "kvxml/core/XmlGeneratedClass.h"
 #include "kvxml/dom/XmlAttribute.h"
@@ -62,6 +64,7 @@ int32_t CountOf(CAttributeInfo** attributes) {
 CXmlElement* CXmlGeneratedClass::FromXml_Int(CXmlElement* element, CXmlElement* firstChild,
                                              const CXmlSerializationContext& context, bool flag) {
     try {
+        detail::NestingGuard level(context);
         return ReadContent(element, firstChild, context, flag);
     } catch (const CKvException& error) {
         throw CKvValidationException(
@@ -113,11 +116,15 @@ void CXmlGeneratedClass::ProcessAttributesFromXml(const CXmlSerializationContext
     CAttributeInfo** attributes = GetClassAttributeInfo();
     const int32_t count = CountOf(attributes);
     FoundFlags found(count);
+    // A pseudo element reads from its parent's element: the attributes it
+    // does not take, and the nil marker, are the parent's.
+    const bool pseudo = GetClassInfo()->GetElementType() != KvXmlLib10Data::ElementType_Element;
 
     for (CXmlAttribute* attribute : element->GetAttributes()) {
         // xsi:nil is one of the schema-instance attributes skipped below, so
         // it is looked at first.
         if (attribute->IsNilAttribute()) {
+            if (pseudo) continue;
             INillable* target = dynamic_cast<INillable*>(this);
             if (!target || !nillable)
                 throw CKvValidationException(FormatString(
@@ -141,7 +148,7 @@ void CXmlGeneratedClass::ProcessAttributesFromXml(const CXmlSerializationContext
                 taken = true;
             }
         }
-        if (!taken && !context.GetIgnoreUnknownAttributes())
+        if (!taken && !pseudo && !context.GetIgnoreUnknownAttributes())
             throw CKvValidationException(
                 FormatString("Unexpected Attribute [%s] found.", attribute->GetLocalName().c_str()));
     }

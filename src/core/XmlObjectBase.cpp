@@ -2,26 +2,29 @@
 #include "kvxml/core/XmlObjectBase.h"
 
 #include "core/detail/ProcessSwitches.h"
+#include "kvxml/core/XmlCollectionBase.h"
 #include "kvxml/core/XmlObjectHelper.h"
 #include "kvxml/dom/XmlDocument.h"
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
+#include "kvxml/metadata/AnyElement.h"
 #include "kvxml/output/BinaryStream.h"
 #include "kvxml/output/FileTextStream.h"
 #include "kvxml/output/KvZip.h"
 #include "kvxml/output/TextStream.h"
 #include "kvxml/output/XmlTextWriter.h"
+#include "foundation/detail/OrEmpty.h"
 
 namespace KvXmlLib10 {
 
 namespace detail {
-bool ASYNC_TOXMLFILE = false;
-bool ASYNC_FROMXMLFILE = false;
+std::atomic<bool> ASYNC_TOXMLFILE{false};
+std::atomic<bool> ASYNC_FROMXMLFILE{false};
 }  // namespace detail
 
-void AsyncToXmlFile(bool on) { detail::ASYNC_TOXMLFILE = on; }
+void AsyncToXmlFile(bool on) { detail::ASYNC_TOXMLFILE.store(on, std::memory_order_relaxed); }
 
-void AsyncFromXmlFile(bool on) { detail::ASYNC_FROMXMLFILE = on; }
+void AsyncFromXmlFile(bool on) { detail::ASYNC_FROMXMLFILE.store(on, std::memory_order_relaxed); }
 
 CXmlObjectBase::CXmlObjectBase() : m_refCount(0) {}
 
@@ -60,7 +63,7 @@ int32_t CXmlObjectBase::Release() {
 
 std::string CXmlObjectBase::GetElementName() const { return m_elementName; }
 
-void CXmlObjectBase::SetElementName(const char* name) { m_elementName = name ? name : ""; }
+void CXmlObjectBase::SetElementName(const char* name) { m_elementName = detail::OrEmpty(name); }
 
 void CXmlObjectBase::AttributesToXml_Int(CXmlWriter*, const CXmlSerializationContext&) const {}
 
@@ -87,9 +90,14 @@ void CXmlObjectBase::WriteDocument(CTextStream& stream, bool includeDocHeader, b
     writer.SetFormat(formatted);
     writer.SetEOLType(eol);
     if (includeDocHeader) writer.WriteStartDocument();
-    std::string targetNamespace = GetTargetNamespace();
-    ToXml_Int(&writer, true, targetNamespace.c_str(), context, false);
+    ToXmlWriter(writer, context);
     writer.Close();
+}
+
+void CXmlObjectBase::ToXmlWriter(CXmlWriter& writer, const CXmlSerializationContext& context) const {
+    writer.SetUndeclareDefaultNamespace(context.GetUndeclareDefaultNamespace());
+    const std::string targetNamespace = GetTargetNamespace();
+    ToXml_Int(&writer, true, targetNamespace.c_str(), context, false);
 }
 
 std::string CXmlObjectBase::ToXml(bool includeDocHeader, bool formatted, EOLType eol,
@@ -117,7 +125,7 @@ void CXmlObjectBase::ToXmlFile(const char* fileName, bool includeDocHeader, bool
                                CompressionType compression) const {
     if (compression == Compression_Zlib)
         throw CKvException("ZLIB Compression only available for To Stream methods.");
-    if (detail::ASYNC_TOXMLFILE && compression == Compression_None) {
+    if (detail::ASYNC_TOXMLFILE.load(std::memory_order_relaxed) && compression == Compression_None) {
         CFileTextStream stream(fileName, encoding);
         WriteDocument(stream, includeDocHeader, formatted, eol, context);
         return;
@@ -165,34 +173,39 @@ void CXmlObjectBase::FromXmlElement(const CXmlElement* element, const CXmlSerial
     FromXml_Int(writable, writable->GetFirstElement(), context, false);
 }
 
+void CXmlObjectBase::FromXmlElement(const CElement* element, const CXmlSerializationContext& context) {
+    const std::string text = element->ToXml(false, false, EOL_LF, CXmlSerializationContext::m_defaultContext);
+    FromXml(text.c_str(), context);
+}
+
 bool CXmlObjectBase::IsNamespaceValid(const char* namespaceUri, const char* restriction,
                                       const char* targetNamespace) const {
-    return CXmlObjectHelper::IsNamespaceValid(namespaceUri ? namespaceUri : "", restriction ? restriction : "",
-                                              targetNamespace ? targetNamespace : "");
+    return CXmlObjectHelper::IsNamespaceValid(detail::OrEmpty(namespaceUri), detail::OrEmpty(restriction),
+                                              detail::OrEmpty(targetNamespace));
 }
 
 bool CXmlObjectBase::TestNamespace(const char* namespaceUri, const char* restriction,
                                    const char* targetNamespace) const {
-    return CXmlObjectHelper::TestNamespace(namespaceUri ? namespaceUri : "", restriction ? restriction : "",
-                                           targetNamespace ? targetNamespace : "");
+    return CXmlObjectHelper::TestNamespace(detail::OrEmpty(namespaceUri), detail::OrEmpty(restriction),
+                                           detail::OrEmpty(targetNamespace));
 }
 
 bool CXmlObjectBase::DoesElementNameMatch(const CXmlSerializationContext& context, const CXmlElement* element,
                                           const char* name, const char* namespaceUri) const {
-    return CXmlObjectHelper::DoesElementNameMatch(context, element, name ? name : "",
-                                                  namespaceUri ? namespaceUri : "");
+    return CXmlObjectHelper::DoesElementNameMatch(context, element, detail::OrEmpty(name),
+                                                  detail::OrEmpty(namespaceUri));
 }
 
 CXmlObjectBase* CXmlObjectBase::Throw_IfPropertyIsNull(CXmlObjectBase* value, const char* propertyName) {
     if (value) return value;
     throw CKvInvalidParamException(
-        FormatString("The Property [%s] is mandatory, it may node be NULL", propertyName ? propertyName : ""));
+        FormatString("The Property [%s] is mandatory, it may node be NULL", detail::OrEmpty(propertyName)));
 }
 
 void CXmlObjectBase::Throw_IfElementNameDiffers(CXmlObjectBase* value, const char* requiredName) {
     if (!value) return;
     std::string actual = value->GetBase()->GetElementName();
-    std::string required = requiredName ? requiredName : "";
+    std::string required = detail::OrEmpty(requiredName);
     if (actual != required) {
         throw CKvInvalidParamException(FormatString(
             "This property requrires an element with the name %s the element being set has the element name %s",
@@ -209,7 +222,7 @@ namespace {
 }  // namespace
 
 void CXmlObjectBase::Choice_SelectElement(const char* name, CXmlObjectBase* value, std::string& selected) {
-    const char* member = name ? name : "";
+    const char* member = detail::OrEmpty(name);
     if (selected == member) {
         if (!value) selected.clear();
     } else if (selected.empty()) {
@@ -220,7 +233,7 @@ void CXmlObjectBase::Choice_SelectElement(const char* name, CXmlObjectBase* valu
 }
 
 void CXmlObjectBase::Choice_CollectionChanged(const char* name, int32_t count, std::string& selected) {
-    const char* member = name ? name : "";
+    const char* member = detail::OrEmpty(name);
     if (selected == member) {
         if (count == 0) selected.clear();
     } else if (selected.empty()) {
@@ -231,7 +244,7 @@ void CXmlObjectBase::Choice_CollectionChanged(const char* name, int32_t count, s
 }
 
 void CXmlObjectBase::Choice_SetElementValid(bool valid, const char* name, std::string& selected) {
-    const char* member = name ? name : "";
+    const char* member = detail::OrEmpty(name);
     if (!valid) {
         selected.clear();
     } else if (selected == member) {
@@ -243,6 +256,17 @@ void CXmlObjectBase::Choice_SetElementValid(bool valid, const char* name, std::s
             "The Property %s is already set. Only one element within this class bay be set at a time",
             selected.c_str()));
     }
+}
+
+void CXmlObjectBase::Choice_Read_Collection(CXmlCollectionBase* collection, CXmlElement* parent,
+                                            CXmlElement*& current, int32_t& count,
+                                            const CXmlSerializationContext& context) {
+    if (count > 0) return;  // the choice already has its member
+    CXmlElement* next = FromXml_Int(collection, parent, current, context);
+    if (next == current) return;
+    current = next;
+    collection->ValidateCount(context);
+    ++count;
 }
 
 }  // namespace KvXmlLib10

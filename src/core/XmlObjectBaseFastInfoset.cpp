@@ -14,8 +14,7 @@ CBinaryData CXmlObjectBase::ToFastInfosetStream(FInfoDecl decl, const CXmlSerial
         CFastInfosetWriter writer(context.GetFIContext(), stream);
         writer.Open();
         writer.WriteStartDocument(decl);
-        const std::string targetNamespace = GetTargetNamespace();
-        ToXml_Int(&writer, true, targetNamespace.c_str(), context, false);
+        ToXmlWriter(writer, context);
         writer.WriteEndDocument();
         writer.Close();
     }

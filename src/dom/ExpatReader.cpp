@@ -48,6 +48,9 @@ void CExpatReader::CreateParser() {
     if (!m_builder.Context().GetStripCDATA()) {
         XML_SetCdataSectionHandler(parser, FnStartCDATA, FnEndCDATA);
     }
+    // Only the DTD pays for the count: documents without one never call it.
+    m_entityLimit = CXmlDocument::GetMaxEntityDeclarations();
+    if (m_entityLimit != 0) XML_SetEntityDeclHandler(parser, FnEntityDecl);
 }
 
 void CExpatReader::Parse(bool isFinal) {
@@ -130,6 +133,20 @@ void XMLCALL CExpatReader::FnStartCDATA(void* userData) {
 
 void XMLCALL CExpatReader::FnEndCDATA(void* userData) {
     Dispatch(userData, [](CExpatReader& self) { self.AppendLiteral(kCDataClose.data(), kCDataClose.size()); });
+}
+
+void XMLCALL CExpatReader::FnEntityDecl(void* userData, const XML_Char*, int, const XML_Char* value, int,
+                                        const XML_Char*, const XML_Char*, const XML_Char*, const XML_Char*) {
+    // External entities are never fetched; only internal ones can nest.
+    if (value) Dispatch(userData, [](CExpatReader& self) { self.CountEntity(); });
+}
+
+void CExpatReader::CountEntity() {
+    if (++m_entities <= m_entityLimit) return;
+    throw CKvException(FormatString(
+        "The document declares more than %u internal entities (the limit set by "
+        "CXmlDocument::SetMaxEntityDeclarations)",
+        m_entityLimit));
 }
 
 const detail::QualifiedName& CExpatReader::ResolveName(const char* raw) {

@@ -1,12 +1,15 @@
 // XmlDocument.cpp - loading input, tree building and the element callback.
 #include "kvxml/dom/XmlDocument.h"
 
+#include <atomic>
 #include <cstdio>
 #include <cstring>
 #include <cwchar>
 #include <string_view>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "dom/detail/ExpatReader.h"
 #include "dom/detail/NameTable.h"
@@ -16,15 +19,28 @@
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/output/KvZip.h"
+#include "output/detail/FileOutput.h"
+#include "output/detail/Inflate.h"
 
 namespace KvXmlLib10 {
 
 namespace {
 
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
+using FilePtr = std::unique_ptr<std::FILE, detail::FileCloser>;
+
+// Opens for reading ("rt") without ever blocking: opening a FIFO that has no
+// writer waits forever, so the open does not wait and anything that is not a
+// file (or a directory, refused later for having no size) is let go of.
+FilePtr OpenInputFile(const char* name) {
+    const int fd = ::open(name, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) return nullptr;
+    struct stat status;
+    const bool usable = fstat(fd, &status) == 0 && (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode)) &&
+                        fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) & ~O_NONBLOCK) == 0;
+    std::FILE* file = usable ? fdopen(fd, "r") : nullptr;
+    if (!file) ::close(fd);
+    return FilePtr(file);
+}
 
 // Length of an open file, or -1 when it cannot be told. Only regular files
 // have one: a directory would report LONG_MAX, a pipe nothing useful.
@@ -37,14 +53,7 @@ long FileLength(std::FILE* file) {
     return length;
 }
 
-// Whether inflate could accept the bytes at all: a gzip magic number, or a
-// zlib header (deflate method, window of at most 32 KiB, check bits). Plain
-// XML never looks like either, so it is never copied just to be refused.
-bool MayBeCompressed(const unsigned char* data, std::size_t length) {
-    if (length < 2 || length > UINT32_MAX) return false;
-    if (data[0] == 0x1F && data[1] == 0x8B) return true;
-    return (data[0] & 0x0F) == 8 && (data[0] >> 4) <= 7 && ((data[0] << 8) | data[1]) % 31 == 0;
-}
+std::atomic<uint32_t> g_maxEntityDeclarations{1000};
 
 std::string_view ViewOf(const char* text) { return text ? std::string_view(text) : std::string_view(); }
 
@@ -109,7 +118,7 @@ void CXmlDocument::ReleaseInput() {
 void CXmlDocument::Load(const char* fileName) {
     Cleanup();
     const char* name = fileName ? fileName : "";
-    FilePtr file(std::fopen(name, "rt"));
+    FilePtr file = OpenInputFile(name);
     if (!file) throw CKvException(FormatString("Failed to open the file [%s]", name));
 
     const long length = FileLength(file.get());
@@ -168,7 +177,7 @@ void CXmlDocument::LoadXml(const wchar_t* text) {
 }
 
 void CXmlDocument::InflateIfCompressed() {
-    if (!MayBeCompressed(m_input, m_inputLength)) return;
+    if (m_inputLength > UINT32_MAX || !detail::MayBeCompressed(m_input, m_inputLength)) return;
     if (m_input != m_buffer.get()) {
         std::unique_ptr<unsigned char[]> copy(new unsigned char[m_inputLength]);
         std::memcpy(copy.get(), m_input, m_inputLength);
@@ -176,14 +185,27 @@ void CXmlDocument::InflateIfCompressed() {
     }
     unsigned char* data = m_buffer.release();
     uint32_t length = static_cast<uint32_t>(m_inputLength);
+    detail::InflateResult result{};
     try {
-        CKvZip::Decompress(&data, &length);
+        result = detail::Inflate(&data, &length);
     } catch (...) {
         m_buffer.reset(data);
         throw;
     }
     m_buffer.reset(data);
     SetInput(m_buffer.get(), length);
+    // Neither case may pass for plain text: the parser would blame a byte of
+    // the compressed form, and dropping the bytes would lose data silently.
+    if (result.outcome == detail::InflateOutcome::OverLimit) {
+        throw CKvException(FormatString(
+            "Compressed input inflates past the limit of %llu bytes (see CKvZip::SetMaxDecompressedSize)",
+            static_cast<unsigned long long>(result.limit)));
+    }
+    if (result.outcome == detail::InflateOutcome::TrailingBytes) {
+        throw CKvException(FormatString(
+            "Compressed input is followed by %u bytes that are neither compressed nor a further gzip member",
+            result.trailing));
+    }
 }
 
 void CXmlDocument::Parse() {
@@ -208,6 +230,14 @@ void CXmlDocument::ParseText() {
     CExpatReader reader(*this);
     reader.CreateParser();
     reader.Parse(true);
+}
+
+void CXmlDocument::SetMaxEntityDeclarations(uint32_t count) {
+    g_maxEntityDeclarations.store(count, std::memory_order_relaxed);
+}
+
+uint32_t CXmlDocument::GetMaxEntityDeclarations() {
+    return g_maxEntityDeclarations.load(std::memory_order_relaxed);
 }
 
 // ---- lookups ----

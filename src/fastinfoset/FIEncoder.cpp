@@ -356,6 +356,55 @@ void FIEncoder::IdentifyingStringOrIndex(const std::string& text, CFIStringTable
     table.AddValueToMap(text);
 }
 
+// --- the name cache -------------------------------------------------------------
+
+uint64_t FINameCache::Hash(const FIQName& name, bool hasPrefix) {
+    // FNV-1a over the parts, each closed by a byte no name holds.
+    uint64_t hash = 1469598103934665603ULL;
+    const auto mix = [&hash](const std::string& part) {
+        for (unsigned char c : part) hash = (hash ^ c) * 1099511628211ULL;
+        hash = (hash ^ 0x100) * 1099511628211ULL;
+    };
+    if (hasPrefix) mix(name.prefix);
+    mix(name.namespaceName);
+    mix(name.localName);
+    return hash;
+}
+
+uint32_t FINameCache::Find(uint64_t hash, const FIQName& name, bool hasPrefix, const CFIVocabulary& vocabulary,
+                           const CFIQNameTable& table) const {
+    const std::size_t mask = m_slots.size() - 1;
+    for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
+        const Slot& slot = m_slots[at];
+        if (slot.index == 0) return 0;
+        if (slot.hash != hash) continue;
+        const CQNameParts* parts = table.GetAt(slot.index);
+        const std::string* local = parts ? vocabulary.GetLocalNamesTable().GetAt(parts->localName) : nullptr;
+        if (!local || *local != name.localName) continue;
+        const std::string* uri = vocabulary.GetNamespaceNamesTable().GetAt(parts->namespaceName);
+        if ((uri ? *uri : std::string()) != name.namespaceName) continue;
+        const std::string* prefix = vocabulary.GetPrefixNamesTable().GetAt(parts->prefix);
+        if (hasPrefix ? (!prefix || *prefix != name.prefix) : prefix != nullptr) continue;
+        return slot.index;
+    }
+}
+
+void FINameCache::Add(uint64_t hash, uint32_t index) {
+    if (m_used >= kMaxEntries) return;
+    if (2 * (m_used + 1) > m_slots.size()) {
+        std::vector<Slot> old(2 * m_slots.size());
+        old.swap(m_slots);
+        m_used = 0;
+        for (const Slot& slot : old)
+            if (slot.index) Add(slot.hash, slot.index);
+    }
+    const std::size_t mask = m_slots.size() - 1;
+    std::size_t at = hash & mask;
+    while (m_slots[at].index != 0) at = (at + 1) & mask;
+    m_slots[at] = Slot{hash, index};
+    ++m_used;
+}
+
 void FIEncoder::WriteNameIndex(uint8_t bits, uint32_t index, bool elementIndex) {
     if (elementIndex) {
         Integer1To2pw20Bit3(bits, index);
@@ -365,18 +414,12 @@ void FIEncoder::WriteNameIndex(uint8_t bits, uint32_t index, bool elementIndex) 
 }
 
 void FIEncoder::QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& name, CFIQNameTable& table,
-                              bool elementIndex, std::unordered_map<std::string, uint32_t>& cache) {
+                              bool elementIndex, FINameCache& cache) {
     const bool hasNamespace = !name.namespaceName.empty();
     const bool hasPrefix = hasNamespace && !name.prefix.empty();  // a prefix needs a namespace
-    // The key spells the three parts with their lengths, so no two names share one.
-    const uint32_t lengths[2] = {hasPrefix ? static_cast<uint32_t>(name.prefix.size()) : 0,
-                                 static_cast<uint32_t>(name.namespaceName.size())};
-    m_nameKey.assign(reinterpret_cast<const char*>(lengths), sizeof lengths);
-    if (hasPrefix) m_nameKey.append(name.prefix);
-    m_nameKey.append(name.namespaceName).append(name.localName);
-    const auto cached = cache.find(m_nameKey);
-    if (cached != cache.end()) {
-        WriteNameIndex(bits, cached->second, elementIndex);
+    const uint64_t hash = FINameCache::Hash(name, hasPrefix);
+    if (const uint32_t cached = cache.Find(hash, name, hasPrefix, m_vocabulary, table)) {
+        WriteNameIndex(bits, cached, elementIndex);
         return;
     }
     CQNameParts parts;
@@ -385,7 +428,7 @@ void FIEncoder::QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& 
         m_vocabulary.FindLocalNameIndex(name.localName, parts.localName)) {
         uint32_t index = 0;
         if (table.FindIndex(parts, index)) {
-            cache.emplace(m_nameKey, index);
+            cache.Add(hash, index);
             WriteNameIndex(bits, index, elementIndex);
             return;
         }
@@ -398,7 +441,7 @@ void FIEncoder::QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& 
     const std::string& prefix = hasPrefix ? name.prefix : kNone;
     const uint32_t index = elementIndex ? m_vocabulary.AddElement(prefix, name.namespaceName, name.localName)
                                         : m_vocabulary.AddAttribute(prefix, name.namespaceName, name.localName);
-    if (index != 0) cache.emplace(m_nameKey, index);
+    if (index != 0) cache.Add(hash, index);
 }
 
 void FIEncoder::QualifiedNameOrIndexBit2(uint8_t bits, const FIQName& name) {

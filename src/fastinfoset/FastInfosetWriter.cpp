@@ -10,17 +10,10 @@
 
 #include "fastinfoset/detail/FIEncoder.h"
 #include "kvxml/foundation/KvException.h"
+#include "output/detail/NamespaceDecisions.h"
+#include "output/detail/XmlNames.h"
 
 namespace KvXmlLib10 {
-
-namespace {
-
-const std::string& XsiNamespace() {
-    static const std::string uri = "http://www.w3.org/2001/XMLSchema-instance";
-    return uri;
-}
-
-}  // namespace
 
 struct CFastInfosetWriter::State final : detail::FIOctetSink {
     struct Attribute {
@@ -98,15 +91,11 @@ void CFastInfosetWriter::WritePI(const std::string& /*text*/) {
 
 void CFastInfosetWriter::WriteInlineSchema(const std::string& /*text*/) {}
 
-const std::string& CFastInfosetWriter::ResolvePrefix(CXmlWriterContext& context, const std::string& uri) {
-    NamespaceMap& scope = context.GetNamespaceMap();
-    auto found = scope.find(uri);
-    if (found != scope.end()) return found->second;
-    context.SetNamespaceMapValue(uri, GetUniquePrefix(scope));
-    // The map may be a fresh copy now; its nodes stay put from here on.
-    const std::string& prefix = context.GetNamespaceMap().find(uri)->second;
-    m_state->AddDeclaration(prefix, uri);
-    return prefix;
+const std::string& CFastInfosetWriter::PrefixOf(const detail::ResolvedPrefix& resolved, const std::string& uri) {
+    static const std::string none;
+    if (!resolved.prefix) return none;
+    if (resolved.declare) m_state->AddDeclaration(*resolved.prefix, uri);
+    return *resolved.prefix;
 }
 
 void CFastInfosetWriter::WriteElement() {
@@ -129,22 +118,24 @@ void CFastInfosetWriter::WriteElement() {
 }
 
 void CFastInfosetWriter::WriteStartElement(const std::string& localName, const std::string& namespaceUri) {
+    // Names are checked as the text writer checks them: both forms of a
+    // document hold the same names, and an empty one has no encoding.
+    detail::CheckXmlName(localName, "element");
     State& state = *m_state;
     if (state.headerPending) WriteElement();
     const bool isRoot = GetCurrentContext() == nullptr;
     if (!isRoot) GetCurrentContext()->IncrementChildCount();
     CXmlWriterContext* context = PushContext(localName, namespaceUri);
-    if (isRoot) {
-        if (!GetDocumentDefaultNamespace().empty()) state.AddDeclaration(std::string(), GetDocumentDefaultNamespace());
-        for (const auto& entry : GetPendingNamespaces()) {
-            if (entry.first != XML_NAMESPACE) state.AddDeclaration(entry.second, entry.first);
-        }
-    }
-    if (namespaceUri.empty() || namespaceUri == context->GetDefaultNamespace()) {
-        state.elementPrefix.clear();
+    const detail::ElementStart start =
+        detail::NamespaceDecisions::StartElement(*context, GetUndeclareDefaultNamespace());
+    if (start.prefix) {
+        state.elementPrefix = *start.prefix;
     } else {
-        state.elementPrefix = ResolvePrefix(*context, namespaceUri);
+        state.elementPrefix.clear();
     }
+    detail::NamespaceDecisions::Declarations(
+        *context, start, isRoot ? &GetDocumentDefaultNamespace() : nullptr, isRoot ? &GetPendingNamespaces() : nullptr,
+        [&state](const std::string& prefix, const std::string& uri) { state.AddDeclaration(prefix, uri); });
     state.headerPending = true;
 }
 
@@ -169,13 +160,9 @@ void CFastInfosetWriter::CheckStartTagOpen() const {
 void CFastInfosetWriter::WriteAttributeString(const std::string& localName, const std::string& namespaceUri,
                                               const std::string& value, ItemType type) {
     CheckStartTagOpen();
+    detail::CheckXmlName(localName, "attribute");
     State::Attribute& attribute = m_state->NextAttribute();
-    // Attributes never take the default namespace: always a prefix.
-    if (namespaceUri.empty()) {
-        attribute.prefix.clear();
-    } else {
-        attribute.prefix = ResolvePrefix(*GetCurrentContext(), namespaceUri);
-    }
+    attribute.prefix = PrefixOf(detail::NamespaceDecisions::Attribute(*GetCurrentContext(), namespaceUri), namespaceUri);
     attribute.namespaceUri = namespaceUri;
     attribute.localName = localName;
     attribute.value = value;
@@ -185,24 +172,23 @@ void CFastInfosetWriter::WriteAttributeString(const std::string& localName, cons
 void CFastInfosetWriter::WriteAttributeType(const std::string& typeNamespaceUri, const std::string& typeLocalName,
                                             ItemType type) {
     CheckStartTagOpen();
-    CXmlWriterContext& context = *GetCurrentContext();
+    const std::string& prefix = PrefixOf(
+        detail::NamespaceDecisions::TypeValue(*GetCurrentContext(), typeNamespaceUri), typeNamespaceUri);
     std::string value;
-    if (!typeNamespaceUri.empty() && typeNamespaceUri != context.GetDefaultNamespace()) {
-        const std::string& prefix = ResolvePrefix(context, typeNamespaceUri);
+    if (!prefix.empty()) {
         value.reserve(prefix.size() + 1 + typeLocalName.size());
-        value.append(prefix).append(1, ':').append(typeLocalName);
-    } else {
-        value = typeLocalName;
+        value.append(prefix).append(1, ':');
     }
+    value.append(typeLocalName);
     static const std::string name = "type";
-    WriteAttributeString(name, XsiNamespace(), value, type);
+    WriteAttributeString(name, detail::XsiNamespace(), value, type);
 }
 
 void CFastInfosetWriter::WriteAttributeNil() {
     CheckStartTagOpen();
     static const std::string name = "nil";
     static const std::string value = "true";
-    WriteAttributeString(name, XsiNamespace(), value, boolean);
+    WriteAttributeString(name, detail::XsiNamespace(), value, boolean);
 }
 
 }  // namespace KvXmlLib10

@@ -13,6 +13,17 @@
 
 namespace KvXmlLib10Data {
 
+using KvXmlLib10::CPrimitiveRestrictions;
+using KvXmlLib10::CWhitespaceUtils;
+using KvXmlLib10::CXmlAttribute;
+using KvXmlLib10::CXmlElement;
+using KvXmlLib10::CXmlGeneratedClass;
+using KvXmlLib10::CXmlObjectBase;
+using KvXmlLib10::CXmlSerializationContext;
+using KvXmlLib10::CXmlWriter;
+using KvXmlLib10::ItemType;
+using KvXmlLib10::KvVariant;
+
 namespace {
 
 std::string Copy(const char* text) { return text ? std::string(text) : std::string(); }

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "kvxml/core/SerializationContext.h"
+#include "kvxml/core/XmlCollectionBase.h"
 #include "kvxml/core/XmlGeneratedClass.h"
 #include "kvxml/core/XmlObjectHelper.h"
 #include "kvxml/dom/XmlElement.h"
@@ -14,6 +15,17 @@
 #include "metadata/detail/MetadataSupport.h"
 
 namespace KvXmlLib10Data {
+
+using KvXmlLib10::CPrimitiveRestrictions;
+using KvXmlLib10::CWhitespaceUtils;
+using KvXmlLib10::CXmlAttribute;
+using KvXmlLib10::CXmlElement;
+using KvXmlLib10::CXmlGeneratedClass;
+using KvXmlLib10::CXmlObjectBase;
+using KvXmlLib10::CXmlSerializationContext;
+using KvXmlLib10::CXmlWriter;
+using KvXmlLib10::ItemType;
+using KvXmlLib10::KvVariant;
 
 using KvXmlLib10::CKvException;
 
@@ -52,8 +64,6 @@ CElementInfo::~CElementInfo() = default;
 
 void CElementInfo::PseudoChildAttributeToXml(const CXmlSerializationContext&, const CXmlGeneratedClass*,
                                              CXmlWriter*) const {}
-
-bool CElementInfo::MayBeAbsentFromChoice(const CXmlGeneratedClass*) const { return false; }
 
 void CElementInfo::ReadProperty(const CXmlGeneratedClass* object, KvVariant& value) const {
     object->ReadProperty(m_propertyId, value);
@@ -123,6 +133,17 @@ bool CElementInfo::ElementToXmlCls(const CXmlSerializationContext& context, cons
     return true;
 }
 
+bool CElementInfo::ElementToXmlCol(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
+                                   CXmlWriter* writer) const {
+    KvVariant value;
+    ReadProperty(object, value);
+    KvXmlLib10::detail::HeldObject collection(value.GetXmlCollection());
+    auto* items = static_cast<KvXmlLib10::CXmlCollectionBase*>(collection.get());
+    if (!items || items->GetCount() < 1) return false;
+    CXmlObjectBase::ToXml_Int(items, writer, false, m_namespaceUri.c_str(), context, false);
+    return true;
+}
+
 void CElementInfo::CheckRestriction(const KvVariant& value) const {
     if (!m_hasPrimitiveInfo) throw CKvException("Cannot CheckRestriction for type: " + value.GetType());
     KvXmlLib10::CXmlObjectHelper::CheckRestriction(m_elementName.c_str(), value, m_itemType, m_restrictions);
@@ -159,8 +180,6 @@ CElementInfoChoice::~CElementInfoChoice() = default;
 bool CElementInfoChoice::Validate(const CXmlSerializationContext&, const CXmlGeneratedClass*, bool, bool) const {
     throw CKvException("Not implemented, should never be called");
 }
-
-bool CElementInfoChoice::MayBeAbsentFromChoice(const CXmlGeneratedClass*) const { return true; }
 
 CElementInfoSeq::~CElementInfoSeq() = default;
 

@@ -1,27 +1,20 @@
-// ElementInfoEnumeration.cpp - the enumeration element descriptors of the sequence, all and choice groups.
+// ElementInfoEnumeration.cpp - the enumeration element descriptors: thin shells over the miss rule of their group and
+// the enumeration codec.
 #include "kvxml/metadata/ElementInfoEnumeration.h"
 
-#include "kvxml/foundation/FormatString.h"
-#include "kvxml/foundation/KvException.h"
-#include "metadata/detail/MetadataSupport.h"
+#include "metadata/detail/MemberRead.h"
 
 namespace KvXmlLib10Data {
 
-using KvXmlLib10::detail::MandatorySearch;
+using KvXmlLib10::CXmlElement;
+using KvXmlLib10::CXmlGeneratedClass;
+using KvXmlLib10::CXmlSerializationContext;
+using KvXmlLib10::CXmlWriter;
+using KvXmlLib10::detail::EnumCodec;
+using KvXmlLib10::detail::MissRule;
 
-namespace {
-
-[[noreturn]] void ThrowMandatoryMissing(const CElementInfo& info) {
-    throw KvXmlLib10::CKvValidationException(
-        KvXmlLib10::FormatString("Failed to find the mandatory element [%s]", info.GetElementName().c_str()));
-}
-
-}  // namespace
-
-// ---- sequence, mandatory ----
-
-CElementInfoSeqEnumMnd::CElementInfoSeqEnumMnd(const char* elementName, const char* namespaceUri,
-                                               int32_t propertyId, bool nillable, EnumToStringFunc enumToString,
+CElementInfoSeqEnumMnd::CElementInfoSeqEnumMnd(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                                               bool nillable, EnumToStringFunc enumToString,
                                                StringToEnumFunc stringToEnum)
     : CElementInfoSeq(elementName, namespaceUri, propertyId, nillable),
       m_enumToString(enumToString),
@@ -31,28 +24,18 @@ CElementInfoSeqEnumMnd::~CElementInfoSeqEnumMnd() = default;
 
 bool CElementInfoSeqEnumMnd::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                           CXmlWriter* writer) const {
-    return ElementToXmlEnum(context, object, writer, m_enumToString);
+    return EnumCodec{m_enumToString, m_stringToEnum}.Write(*this, context, object, writer);
 }
 
 bool CElementInfoSeqEnumMnd::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
-                                            CXmlElement*, CXmlElement** current, const char*,
+                                            CXmlElement* parent, CXmlElement** current, const char*,
                                             XmlElementType elementType) {
-    switch (KvXmlLib10::detail::SearchMandatoryElement(*this, context, current, elementType)) {
-        case MandatorySearch::Absent:
-            return true;
-        case MandatorySearch::NotMatched:
-            return false;
-        case MandatorySearch::Found:
-            break;
-    }
-    KvXmlLib10::detail::ReadEnumElement(*this, object, current, m_stringToEnum);
-    return true;
+    return ReadMember(MissRule::Search, EnumCodec{m_enumToString, m_stringToEnum}, *this, context, object, parent,
+                      current, elementType);
 }
 
-// ---- sequence, optional ----
-
-CElementInfoSeqEnumOpt::CElementInfoSeqEnumOpt(const char* elementName, const char* namespaceUri,
-                                               int32_t propertyId, bool nillable, EnumToStringFunc enumToString,
+CElementInfoSeqEnumOpt::CElementInfoSeqEnumOpt(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                                               bool nillable, EnumToStringFunc enumToString,
                                                StringToEnumFunc stringToEnum)
     : CElementInfoSeq(elementName, namespaceUri, propertyId, nillable),
       m_enumToString(enumToString),
@@ -62,20 +45,18 @@ CElementInfoSeqEnumOpt::~CElementInfoSeqEnumOpt() = default;
 
 bool CElementInfoSeqEnumOpt::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                           CXmlWriter* writer) const {
-    return ElementToXmlEnum(context, object, writer, m_enumToString);
+    return EnumCodec{m_enumToString, m_stringToEnum}.Write(*this, context, object, writer);
 }
 
 bool CElementInfoSeqEnumOpt::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
-                                            CXmlElement*, CXmlElement** current, const char*, XmlElementType) {
-    if (IsThisElement(context, *current))
-        KvXmlLib10::detail::ReadEnumElement(*this, object, current, m_stringToEnum);
-    return true;
+                                            CXmlElement* parent, CXmlElement** current, const char*,
+                                            XmlElementType elementType) {
+    return ReadMember(MissRule::Accept, EnumCodec{m_enumToString, m_stringToEnum}, *this, context, object, parent,
+                      current, elementType);
 }
 
-// ---- all group, mandatory ----
-
-CElementInfoAllEnumMnd::CElementInfoAllEnumMnd(const char* elementName, const char* namespaceUri,
-                                               int32_t propertyId, bool nillable, EnumToStringFunc enumToString,
+CElementInfoAllEnumMnd::CElementInfoAllEnumMnd(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                                               bool nillable, EnumToStringFunc enumToString,
                                                StringToEnumFunc stringToEnum)
     : CElementInfoAll(elementName, namespaceUri, propertyId, nillable),
       m_enumToString(enumToString),
@@ -85,26 +66,23 @@ CElementInfoAllEnumMnd::~CElementInfoAllEnumMnd() = default;
 
 bool CElementInfoAllEnumMnd::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                           CXmlWriter* writer) const {
-    return ElementToXmlEnum(context, object, writer, m_enumToString);
+    return EnumCodec{m_enumToString, m_stringToEnum}.Write(*this, context, object, writer);
 }
 
 bool CElementInfoAllEnumMnd::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
-                                            CXmlElement*, CXmlElement** current, const char*, XmlElementType) {
-    if (!IsThisElement(context, *current)) return false;
-    KvXmlLib10::detail::ReadEnumElement(*this, object, current, m_stringToEnum);
-    return true;
+                                            CXmlElement* parent, CXmlElement** current, const char*,
+                                            XmlElementType elementType) {
+    return ReadMember(MissRule::Decline, EnumCodec{m_enumToString, m_stringToEnum}, *this, context, object, parent,
+                      current, elementType);
 }
 
 bool CElementInfoAllEnumMnd::Validate(const CXmlSerializationContext&, const CXmlGeneratedClass*, bool found,
                                       bool checkMandatory) const {
-    if (found || !checkMandatory) return true;
-    ThrowMandatoryMissing(*this);
+    return KvXmlLib10::detail::ValidateMandatory(*this, found, checkMandatory);
 }
 
-// ---- all group, optional ----
-
-CElementInfoAllEnumOpt::CElementInfoAllEnumOpt(const char* elementName, const char* namespaceUri,
-                                               int32_t propertyId, bool nillable, EnumToStringFunc enumToString,
+CElementInfoAllEnumOpt::CElementInfoAllEnumOpt(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                                               bool nillable, EnumToStringFunc enumToString,
                                                StringToEnumFunc stringToEnum)
     : CElementInfoAll(elementName, namespaceUri, propertyId, nillable),
       m_enumToString(enumToString),
@@ -114,42 +92,39 @@ CElementInfoAllEnumOpt::~CElementInfoAllEnumOpt() = default;
 
 bool CElementInfoAllEnumOpt::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                           CXmlWriter* writer) const {
-    return ElementToXmlEnum(context, object, writer, m_enumToString);
+    return EnumCodec{m_enumToString, m_stringToEnum}.Write(*this, context, object, writer);
 }
 
 bool CElementInfoAllEnumOpt::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
-                                            CXmlElement*, CXmlElement** current, const char*, XmlElementType) {
-    if (!IsThisElement(context, *current)) return false;
-    KvXmlLib10::detail::ReadEnumElement(*this, object, current, m_stringToEnum);
-    return true;
+                                            CXmlElement* parent, CXmlElement** current, const char*,
+                                            XmlElementType elementType) {
+    return ReadMember(MissRule::Decline, EnumCodec{m_enumToString, m_stringToEnum}, *this, context, object, parent,
+                      current, elementType);
 }
 
-bool CElementInfoAllEnumOpt::Validate(const CXmlSerializationContext&, const CXmlGeneratedClass*, bool,
-                                      bool) const {
+bool CElementInfoAllEnumOpt::Validate(const CXmlSerializationContext&, const CXmlGeneratedClass*, bool, bool) const {
     return true;
 }
-
-// ---- choice ----
 
 CElementInfoChoiceEnumOpt::CElementInfoChoiceEnumOpt(const char* elementName, const char* namespaceUri,
-                                                     int32_t propertyId, bool nillable,
-                                                     EnumToStringFunc enumToString, StringToEnumFunc stringToEnum)
+                                                     int32_t propertyId, bool nillable, EnumToStringFunc enumToString,
+                                                     StringToEnumFunc stringToEnum)
     : CElementInfoChoice(elementName, namespaceUri, propertyId, nillable),
       m_enumToString(enumToString),
       m_stringToEnum(stringToEnum) {}
 
 CElementInfoChoiceEnumOpt::~CElementInfoChoiceEnumOpt() = default;
 
-bool CElementInfoChoiceEnumOpt::ElementToXml(const CXmlSerializationContext& context,
-                                             const CXmlGeneratedClass* object, CXmlWriter* writer) const {
-    return ElementToXmlEnum(context, object, writer, m_enumToString);
+bool CElementInfoChoiceEnumOpt::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
+                                             CXmlWriter* writer) const {
+    return EnumCodec{m_enumToString, m_stringToEnum}.Write(*this, context, object, writer);
 }
 
 bool CElementInfoChoiceEnumOpt::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
-                                               CXmlElement*, CXmlElement** current, const char*, XmlElementType) {
-    if (!IsThisElement(context, *current)) return false;
-    KvXmlLib10::detail::ReadEnumElement(*this, object, current, m_stringToEnum);
-    return true;
+                                               CXmlElement* parent, CXmlElement** current, const char*,
+                                               XmlElementType elementType) {
+    return ReadMember(MissRule::Decline, EnumCodec{m_enumToString, m_stringToEnum}, *this, context, object, parent,
+                      current, elementType);
 }
 
 }  // namespace KvXmlLib10Data

@@ -1,19 +1,26 @@
-// ElementInfoPrimitive.cpp - the primitive-value element descriptors of the sequence, all and choice groups.
+// ElementInfoPrimitive.cpp - the primitive-value element descriptors: thin shells over the miss rule of their group and
+// the primitive codec.
 #include "kvxml/metadata/ElementInfoPrimitive.h"
 
-#include "kvxml/foundation/FormatString.h"
-#include "kvxml/foundation/KvException.h"
-#include "metadata/detail/MetadataSupport.h"
+#include "metadata/detail/MemberRead.h"
 
 namespace KvXmlLib10Data {
 
-using KvXmlLib10::detail::MandatorySearch;
+using KvXmlLib10::CPrimitiveRestrictions;
+using KvXmlLib10::CWhitespaceUtils;
+using KvXmlLib10::CXmlElement;
+using KvXmlLib10::CXmlGeneratedClass;
+using KvXmlLib10::CXmlSerializationContext;
+using KvXmlLib10::CXmlWriter;
+using KvXmlLib10::ItemType;
+using KvXmlLib10::detail::MissRule;
 
-// ---- sequence, mandatory ----
+namespace {
+constexpr KvXmlLib10::detail::PrimCodec kCodec{};
+}  // namespace
 
-CElementInfoSeqPrimMnd::CElementInfoSeqPrimMnd(const char* elementName, const char* namespaceUri,
-                                               int32_t propertyId, bool nillable, ItemType itemType,
-                                               const char* numberFormat,
+CElementInfoSeqPrimMnd::CElementInfoSeqPrimMnd(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                                               bool nillable, ItemType itemType, const char* numberFormat,
                                                CWhitespaceUtils::WhitespaceRule whitespaceRule,
                                                const CPrimitiveRestrictions& restrictions)
     : CElementInfoSeq(elementName, namespaceUri, propertyId, nillable, itemType, numberFormat, whitespaceRule,
@@ -23,29 +30,17 @@ CElementInfoSeqPrimMnd::~CElementInfoSeqPrimMnd() = default;
 
 bool CElementInfoSeqPrimMnd::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                           CXmlWriter* writer) const {
-    return ElementToXmlPrim(context, object, writer);
+    return kCodec.Write(*this, context, object, writer);
 }
 
 bool CElementInfoSeqPrimMnd::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
-                                            CXmlElement*, CXmlElement** current, const char*,
+                                            CXmlElement* parent, CXmlElement** current, const char*,
                                             XmlElementType elementType) {
-    switch (KvXmlLib10::detail::SearchMandatoryElement(*this, context, current, elementType)) {
-        case MandatorySearch::Absent:
-            return true;
-        case MandatorySearch::NotMatched:
-            return false;
-        case MandatorySearch::Found:
-            break;
-    }
-    KvXmlLib10::detail::ReadPrimitiveElement(*this, object, current);
-    return true;
+    return ReadMember(MissRule::Search, kCodec, *this, context, object, parent, current, elementType);
 }
 
-// ---- sequence, optional ----
-
-CElementInfoSeqPrimOpt::CElementInfoSeqPrimOpt(const char* elementName, const char* namespaceUri,
-                                               int32_t propertyId, bool nillable, ItemType itemType,
-                                               const char* numberFormat,
+CElementInfoSeqPrimOpt::CElementInfoSeqPrimOpt(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                                               bool nillable, ItemType itemType, const char* numberFormat,
                                                CWhitespaceUtils::WhitespaceRule whitespaceRule,
                                                const CPrimitiveRestrictions& restrictions)
     : CElementInfoSeq(elementName, namespaceUri, propertyId, nillable, itemType, numberFormat, whitespaceRule,
@@ -55,20 +50,17 @@ CElementInfoSeqPrimOpt::~CElementInfoSeqPrimOpt() = default;
 
 bool CElementInfoSeqPrimOpt::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                           CXmlWriter* writer) const {
-    return ElementToXmlPrim(context, object, writer);
+    return kCodec.Write(*this, context, object, writer);
 }
 
 bool CElementInfoSeqPrimOpt::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
-                                            CXmlElement*, CXmlElement** current, const char*, XmlElementType) {
-    if (IsThisElement(context, *current)) KvXmlLib10::detail::ReadPrimitiveElement(*this, object, current);
-    return true;
+                                            CXmlElement* parent, CXmlElement** current, const char*,
+                                            XmlElementType elementType) {
+    return ReadMember(MissRule::Accept, kCodec, *this, context, object, parent, current, elementType);
 }
 
-// ---- all group, mandatory ----
-
-CElementInfoAllPrimMnd::CElementInfoAllPrimMnd(const char* elementName, const char* namespaceUri,
-                                               int32_t propertyId, bool nillable, ItemType itemType,
-                                               const char* numberFormat,
+CElementInfoAllPrimMnd::CElementInfoAllPrimMnd(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                                               bool nillable, ItemType itemType, const char* numberFormat,
                                                CWhitespaceUtils::WhitespaceRule whitespaceRule,
                                                const CPrimitiveRestrictions& restrictions)
     : CElementInfoAll(elementName, namespaceUri, propertyId, nillable, itemType, numberFormat, whitespaceRule,
@@ -78,28 +70,22 @@ CElementInfoAllPrimMnd::~CElementInfoAllPrimMnd() = default;
 
 bool CElementInfoAllPrimMnd::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                           CXmlWriter* writer) const {
-    return ElementToXmlPrim(context, object, writer);
+    return kCodec.Write(*this, context, object, writer);
 }
 
 bool CElementInfoAllPrimMnd::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
-                                            CXmlElement*, CXmlElement** current, const char*, XmlElementType) {
-    if (!IsThisElement(context, *current)) return false;
-    KvXmlLib10::detail::ReadPrimitiveElement(*this, object, current);
-    return true;
+                                            CXmlElement* parent, CXmlElement** current, const char*,
+                                            XmlElementType elementType) {
+    return ReadMember(MissRule::Decline, kCodec, *this, context, object, parent, current, elementType);
 }
 
 bool CElementInfoAllPrimMnd::Validate(const CXmlSerializationContext&, const CXmlGeneratedClass*, bool found,
                                       bool checkMandatory) const {
-    if (found || !checkMandatory) return true;
-    throw KvXmlLib10::CKvValidationException(
-        KvXmlLib10::FormatString("Failed to find the mandatory element [%s]", GetElementName().c_str()));
+    return KvXmlLib10::detail::ValidateMandatory(*this, found, checkMandatory);
 }
 
-// ---- all group, optional ----
-
-CElementInfoAllPrimOpt::CElementInfoAllPrimOpt(const char* elementName, const char* namespaceUri,
-                                               int32_t propertyId, bool nillable, ItemType itemType,
-                                               const char* numberFormat,
+CElementInfoAllPrimOpt::CElementInfoAllPrimOpt(const char* elementName, const char* namespaceUri, int32_t propertyId,
+                                               bool nillable, ItemType itemType, const char* numberFormat,
                                                CWhitespaceUtils::WhitespaceRule whitespaceRule,
                                                const CPrimitiveRestrictions& restrictions)
     : CElementInfoAll(elementName, namespaceUri, propertyId, nillable, itemType, numberFormat, whitespaceRule,
@@ -109,22 +95,18 @@ CElementInfoAllPrimOpt::~CElementInfoAllPrimOpt() = default;
 
 bool CElementInfoAllPrimOpt::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
                                           CXmlWriter* writer) const {
-    return ElementToXmlPrim(context, object, writer);
+    return kCodec.Write(*this, context, object, writer);
 }
 
 bool CElementInfoAllPrimOpt::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
-                                            CXmlElement*, CXmlElement** current, const char*, XmlElementType) {
-    if (!IsThisElement(context, *current)) return false;
-    KvXmlLib10::detail::ReadPrimitiveElement(*this, object, current);
-    return true;
+                                            CXmlElement* parent, CXmlElement** current, const char*,
+                                            XmlElementType elementType) {
+    return ReadMember(MissRule::Decline, kCodec, *this, context, object, parent, current, elementType);
 }
 
-bool CElementInfoAllPrimOpt::Validate(const CXmlSerializationContext&, const CXmlGeneratedClass*, bool,
-                                      bool) const {
+bool CElementInfoAllPrimOpt::Validate(const CXmlSerializationContext&, const CXmlGeneratedClass*, bool, bool) const {
     return true;
 }
-
-// ---- choice ----
 
 CElementInfoChoicePrimOpt::CElementInfoChoicePrimOpt(const char* elementName, const char* namespaceUri,
                                                      int32_t propertyId, bool nillable, ItemType itemType,
@@ -136,16 +118,15 @@ CElementInfoChoicePrimOpt::CElementInfoChoicePrimOpt(const char* elementName, co
 
 CElementInfoChoicePrimOpt::~CElementInfoChoicePrimOpt() = default;
 
-bool CElementInfoChoicePrimOpt::ElementToXml(const CXmlSerializationContext& context,
-                                             const CXmlGeneratedClass* object, CXmlWriter* writer) const {
-    return ElementToXmlPrim(context, object, writer);
+bool CElementInfoChoicePrimOpt::ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
+                                             CXmlWriter* writer) const {
+    return kCodec.Write(*this, context, object, writer);
 }
 
 bool CElementInfoChoicePrimOpt::ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
-                                               CXmlElement*, CXmlElement** current, const char*, XmlElementType) {
-    if (!IsThisElement(context, *current)) return false;
-    KvXmlLib10::detail::ReadPrimitiveElement(*this, object, current);
-    return true;
+                                               CXmlElement* parent, CXmlElement** current, const char*,
+                                               XmlElementType elementType) {
+    return ReadMember(MissRule::Decline, kCodec, *this, context, object, parent, current, elementType);
 }
 
 }  // namespace KvXmlLib10Data

@@ -1,4 +1,4 @@
-// MetadataSupport.cpp - the read cursor protocol and nil tests shared by the simple-value descriptors.
+// MetadataSupport.cpp - the nil test shared by the simple-value descriptors.
 #include "metadata/detail/MetadataSupport.h"
 
 #include <cstring>
@@ -35,24 +35,6 @@ ItemType VariantItemType(const KvVariant& value, ItemType fallback) {
     return held >= KvXmlLib10::hexBinary && held <= KvXmlLib10::integer ? held : fallback;
 }
 
-MandatorySearch SearchMandatoryElement(const KvXmlLib10Data::CElementInfo& info,
-                                       const CXmlSerializationContext& context, CXmlElement** current,
-                                       KvXmlLib10Data::XmlElementType elementType) {
-    const bool ignoreUnknown = context.GetIgnoreUnknownElements();
-    while (!info.IsThisElement(context, *current)) {
-        if (elementType == KvXmlLib10Data::ElementType_Element) {
-            if (context.GetIgnoreMissingMandatoryElements()) return MandatorySearch::Absent;
-            if (!ignoreUnknown || *current == nullptr)
-                throw CKvValidationException(
-                    FormatString("Failed to find a required element [%s]", info.GetElementName().c_str()));
-        } else if (!ignoreUnknown || *current == nullptr) {
-            return MandatorySearch::NotMatched;
-        }
-        *current = (*current)->GetNextSiblingElement();
-    }
-    return MandatorySearch::Found;
-}
-
 bool IsElementNil(const KvXmlLib10Data::CElementInfo& info, const CXmlElement& element) {
     static const std::string nilName("nil");
     static const std::string xsiNamespace(kXsiNamespace);
@@ -64,30 +46,6 @@ bool IsElementNil(const KvXmlLib10Data::CElementInfo& info, const CXmlElement& e
     if (!EqualsNoCase(value, "true") && !EqualsNoCase(value, "1"))
         throw CKvValidationException(FormatString("Unexpected Value [%s] for 'nil' Attribute found.", value.c_str()));
     return true;
-}
-
-void ReadPrimitiveElement(const KvXmlLib10Data::CElementInfo& info, CXmlGeneratedClass* object,
-                          CXmlElement** current) {
-    CXmlElement* element = *current;
-    KvVariant value;
-    if (IsElementNil(info, *element))
-        value.SetNil();
-    else
-        value.FromString(element->GetText(), info.GetItemType(), info.GetWhitespaceRule());
-    info.AccessProperty(object, false, value);
-    *current = element->GetNextSiblingElement();
-}
-
-void ReadEnumElement(const KvXmlLib10Data::CElementInfo& info, CXmlGeneratedClass* object, CXmlElement** current,
-                     KvXmlLib10Data::StringToEnumFunc stringToEnum) {
-    CXmlElement* element = *current;
-    KvVariant value;
-    if (IsElementNil(info, *element))
-        value.SetNil();
-    else
-        value.SetI4(stringToEnum(element->GetText().c_str()));
-    info.AccessProperty(object, false, value);
-    *current = element->GetNextSiblingElement();
 }
 
 HeldObject::~HeldObject() {

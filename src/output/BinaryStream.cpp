@@ -41,13 +41,11 @@ CFileBinaryStream::CFileBinaryStream(const char* fileName, XmlEncoding encoding,
 CFileBinaryStream::~CFileBinaryStream() = default;
 
 void CFileBinaryStream::ToFile() {
-    detail::OutputFile file = detail::OpenOutputFile(m_fileName.c_str());
+    detail::ReplacingFile file(m_fileName.c_str());
     const CBinaryData& bytes = GetBinaryStream();
-    bool written = file && detail::WriteByteOrderMark(file.get(), m_encoding) &&
-                   detail::WriteBytes(file.get(), bytes.GetData(), bytes.GetLength());
-    // Closed before any throw; a full disk may only show when stdio writes
-    // out its buffer at close.
-    if (file) written = detail::CloseOutputFile(file) && written;
+    // A full disk may only show when stdio writes out its buffer at close.
+    const bool written = file.Open() && detail::WriteByteOrderMark(file.Get(), m_encoding) &&
+                         detail::WriteBytes(file.Get(), bytes.GetData(), bytes.GetLength()) && file.Commit();
     if (!written)
         throw CKvException(FormatString("Failed to write data to the file [%s]", m_fileName.c_str()));
 }

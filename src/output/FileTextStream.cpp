@@ -54,8 +54,6 @@ size_t CompletePrefix(const char* text, size_t length) {
 
 }  // namespace
 
-void CFileTextStream::FileCloser::operator()(std::FILE* file) const { std::fclose(file); }
-
 CFileTextStream::CFileTextStream(const char* fileName, XmlEncoding encoding)
     : CTextStream("CFileTextStream", encoding), m_fileName(fileName ? fileName : "") {}
 
@@ -63,9 +61,8 @@ CFileTextStream::~CFileTextStream() = default;
 
 void CFileTextStream::Open() {
     CTextStream::Open();
-    m_file.reset();
-    m_file.reset(std::fopen(m_fileName.c_str(), "wt"));
-    if (m_file && detail::WriteByteOrderMark(m_file.get(), m_encoding)) return;
+    m_file = std::make_unique<detail::ReplacingFile>(m_fileName.c_str());
+    if (m_file->Open() && detail::WriteByteOrderMark(m_file->Get(), m_encoding)) return;
     m_file.reset();
     throw CKvException(FormatString("Failed to write data to the file [%s]", m_fileName.c_str()));
 }
@@ -88,7 +85,7 @@ void CFileTextStream::WriteBuffered(bool all) {
         carry.assign(text + complete, length - complete);
     }
 
-    const bool written = detail::WriteBytes(m_file.get(), m_pending.GetData(), m_pending.GetLength());
+    const bool written = detail::WriteBytes(m_file->Get(), m_pending.GetData(), m_pending.GetLength());
     m_pending.Clear();
     if (!written) {
         m_file.reset();
@@ -103,8 +100,10 @@ void CFileTextStream::Close() {
     WriteBuffered(true);  // a character still cut short at the very end
     if (m_file) {
         // stdio writes out its last buffer here; a full disk shows now.
-        std::FILE* file = m_file.release();
-        if (std::fclose(file) != 0) throw CKvException("Failed to write data to the file");
+        // Only a complete file takes the place of the old one.
+        const bool committed = m_file->Commit();
+        m_file.reset();
+        if (!committed) throw CKvException("Failed to write data to the file");
     }
     CTextStream::Close();
 }

@@ -3,7 +3,8 @@
 // Inflation runs on untrusted input before anything else looks at it, so it
 // never trusts sizes found in the stream (a gzip trailer can claim anything),
 // grows its output geometrically, and gives up - leaving the input as it was -
-// once the output passes the process-wide cap or the 32-bit length range.
+// once the output passes the process-wide cap (1 GiB unless set) or the 32-bit
+// length range. Like zcat it reads every gzip member of a concatenation.
 #include "kvxml/output/KvZip.h"
 
 #include <zlib.h>
@@ -16,6 +17,7 @@
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/values/BinaryData.h"
+#include "output/detail/Inflate.h"
 
 namespace KvXmlLib10 {
 
@@ -24,7 +26,7 @@ namespace {
 constexpr uint32_t kScratchSize = 65536;
 constexpr uint64_t kMaxLength = 0xFFFFFFFFu;  // lengths are 32-bit
 
-std::atomic<uint64_t> g_maxInflated{0};
+std::atomic<uint64_t> g_maxInflated{uint64_t{1} << 30};
 
 // Owns an initialised z_stream; End is deflateEnd or inflateEnd.
 template <int (*End)(z_streamp)>
@@ -88,17 +90,6 @@ private:
     uint64_t m_limit;
 };
 
-// A cheap look at the first two bytes: could inflate (auto-detecting the
-// wrapper) accept this header at all? Plain XML ('<', 0x3C) and Fast
-// Infoset (0xE0) never can, so they skip the zlib set-up.
-bool MayBeCompressed(const unsigned char* data, uint32_t length) {
-    if (length < 2) return false;
-    if (data[0] == 0x1F && data[1] == 0x8B) return true;  // gzip magic
-    const unsigned cmf = data[0];
-    const unsigned flg = data[1];
-    return (cmf & 0x0F) == Z_DEFLATED && (cmf >> 4) <= 7 && ((cmf << 8) | flg) % 31 == 0;
-}
-
 }  // namespace
 
 void CKvZip::Compress(unsigned char** data, uint32_t* length, CompressionType type) {
@@ -146,33 +137,56 @@ void CKvZip::CompressData(CBinaryData& data, CompressionType type) {
 }
 
 void CKvZip::Decompress(unsigned char** data, uint32_t* length) {
-    if (!data || !length || !*data || !MayBeCompressed(*data, *length)) return;
+    // Bytes after a complete stream are dropped here; the document loader
+    // refuses them instead.
+    static_cast<void>(detail::Inflate(data, length));
+}
+
+namespace detail {
+
+InflateResult Inflate(unsigned char** data, uint32_t* length) {
+    InflateResult result{InflateOutcome::NotCompressed, 0, 0};
+    if (!data || !length || !*data || !MayBeCompressed(*data, *length)) return result;
 
     const uint64_t cap = g_maxInflated.load(std::memory_order_relaxed);
-    Accumulator inflated(cap == 0 ? kMaxLength : std::min(cap, kMaxLength));
+    result.limit = cap == 0 ? kMaxLength : std::min(cap, kMaxLength);
+    Accumulator inflated(result.limit);
 
     InflateStream inflater;
     z_stream* stream = inflater.Get();
-    if (!inflater.Started(inflateInit2(stream, 47))) return;  // 32 + 15: detect gzip or zlib
+    if (!inflater.Started(inflateInit2(stream, 47))) return result;  // 32 + 15: detect gzip or zlib
 
     std::unique_ptr<unsigned char[]> scratch(new unsigned char[kScratchSize]);
     stream->next_in = *data;
     stream->avail_in = *length;
-    int result;
-    do {
+    for (;;) {
         stream->next_out = scratch.get();
         stream->avail_out = kScratchSize;
-        result = inflate(stream, Z_NO_FLUSH);
-        if (result != Z_OK && result != Z_STREAM_END) return;
-        if (!inflated.Append(scratch.get(), kScratchSize - stream->avail_out)) return;
-    } while (result == Z_OK);
+        const int code = inflate(stream, Z_NO_FLUSH);
+        if (code != Z_OK && code != Z_STREAM_END) return result;  // corrupt or truncated
+        if (!inflated.Append(scratch.get(), kScratchSize - stream->avail_out)) {
+            result.outcome = InflateOutcome::OverLimit;
+            return result;
+        }
+        if (code == Z_OK) continue;
+        // One stream ended: go on only into a further gzip member.
+        if (stream->avail_in >= 2 && stream->next_in[0] == 0x1F && stream->next_in[1] == 0x8B) {
+            if (inflateReset(stream) != Z_OK) return result;
+            continue;
+        }
+        result.trailing = stream->avail_in;
+        break;
+    }
 
-    // Only a stream that reached its end replaces the input.
     const uint32_t produced = inflated.Size();
     delete[] *data;
     *data = inflated.Release();
     *length = produced;
+    result.outcome = result.trailing ? InflateOutcome::TrailingBytes : InflateOutcome::Inflated;
+    return result;
 }
+
+}  // namespace detail
 
 void CKvZip::SetMaxDecompressedSize(uint64_t bytes) {
     g_maxInflated.store(bytes, std::memory_order_relaxed);

@@ -19,6 +19,20 @@ CStringBuffer::CStringBuffer(size_t blockSize)
 
 CStringBuffer::~CStringBuffer() = default;
 
+void CStringBuffer::Truncate(size_t length) {
+    if (length >= m_totalLength) return;
+    while (m_totalLength - m_fillPos > length) {  // the cut lies in an earlier block
+        m_totalLength -= m_fillPos;
+        m_blocks.pop_back();
+        m_current = m_blocks.back().get();
+        m_fillPos = m_blockLengths.back();
+        m_blockLengths.pop_back();
+        m_currentCapacity = m_fillPos;  // all a joined block is known to hold
+    }
+    m_fillPos -= m_totalLength - length;
+    m_totalLength = length;
+}
+
 void CStringBuffer::AddNewBlock() {
     // One spare byte for the terminator GetText writes after the fill position.
     // Not zero-filled: nothing reads past the fill position.

@@ -5,25 +5,26 @@
 #include <cstdint>
 #include <cstring>
 
+#include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
+#include "output/detail/NamespaceDecisions.h"
+#include "output/detail/XmlNames.h"
 
 namespace KvXmlLib10 {
 
 namespace {
 
-const std::string& XsiNamespace() {
-    static const std::string uri = "http://www.w3.org/2001/XMLSchema-instance";
-    return uri;
-}
-
 // Drained-stream threshold: checked after every start, end, text and attribute.
 constexpr size_t kFlushThreshold = 4096;
 
 // What the escaper does with a byte. Copy bytes are gathered into runs.
-enum ByteAction : uint8_t { kCopy, kEnd, kLineFeed, kDrop, kQuote, kAmp, kLess, kGreater };
+enum ByteAction : uint8_t { kCopy, kEnd, kLineFeed, kDrop, kQuote, kAmp, kLess, kGreater, kControl };
 
 constexpr std::array<uint8_t, 256> MakeEscapeTable(bool attribute) {
     std::array<uint8_t, 256> table{};  // all kCopy: TAB, apostrophe and high bytes pass
+    // No XML 1.0 document can hold these, escaped or not.
+    for (int c = 0x01; c < 0x20; ++c) table[c] = kControl;
+    table['\t'] = kCopy;
     table['\0'] = kEnd;
     table['\n'] = kLineFeed;
     table['\r'] = kDrop;  // carriage returns never survive
@@ -36,6 +37,65 @@ constexpr std::array<uint8_t, 256> MakeEscapeTable(bool attribute) {
 
 constexpr std::array<uint8_t, 256> kTextTable = MakeEscapeTable(false);
 constexpr std::array<uint8_t, 256> kAttributeTable = MakeEscapeTable(true);
+
+constexpr char kCdataOpen[] = "<![CDATA[";
+constexpr size_t kCdataOpenLength = sizeof kCdataOpen - 1;
+
+[[noreturn]] void ThrowControl(unsigned char c, const char* where, const std::string& name) {
+    if (name.empty()) throw CKvException(FormatString("Invalid character [0x%02X] in %s", c, where));
+    throw CKvException(FormatString("Invalid character [0x%02X] in %s [%s]", c, where, name.c_str()));
+}
+
+void Put(std::string& out, const char* text, size_t length) { out.append(text, length); }
+void Put(CTextStream& out, const char* text, size_t length) { out.Append(text, length); }
+void Put(std::string& out, char c) { out.push_back(c); }
+void Put(CTextStream& out, char c) { out.Append(c); }
+
+// Appends the text up to its NUL escaped for element content or, with
+// isAttribute, for a double-quoted attribute value. Stops at a byte no XML
+// text may hold and returns where it is; null when the whole text was written.
+template <typename Out>
+const unsigned char* EscapeInto(Out& out, const char* text, bool isAttribute, EOLType eolType) {
+    const std::array<uint8_t, 256>& table = isAttribute ? kAttributeTable : kTextTable;
+    const auto* at = reinterpret_cast<const unsigned char*>(text);
+    for (;;) {
+        const unsigned char* run = at;
+        while (table[*at] == kCopy) ++at;
+        if (at != run) Put(out, reinterpret_cast<const char*>(run), static_cast<size_t>(at - run));
+        switch (table[*at]) {
+            case kEnd:
+                return nullptr;
+            case kLineFeed:
+                if (isAttribute) {
+                    Put(out, "&#xA;", 5);
+                } else if (eolType == EOL_CRLF) {
+                    Put(out, "\r\n", 2);
+                } else if (eolType == EOL_LF) {
+                    Put(out, '\n');
+                } else {
+                    throw CKvException("Invalid EOL type.");
+                }
+                break;
+            case kQuote:
+                Put(out, "&quot;", 6);
+                break;
+            case kAmp:
+                Put(out, "&amp;", 5);
+                break;
+            case kLess:
+                Put(out, "&lt;", 4);
+                break;
+            case kGreater:
+                Put(out, "&gt;", 4);
+                break;
+            case kControl:
+                return at;
+            default:  // kDrop
+                break;
+        }
+        ++at;
+    }
+}
 
 constexpr char kTabs[] = "\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t";
 constexpr size_t kTabCount = sizeof kTabs - 1;
@@ -97,59 +157,60 @@ void CXmlTextWriter::CheckStartTagOpen() const {
     }
 }
 
-const std::string& CXmlTextWriter::ResolvePrefix(CXmlWriterContext& context, const std::string& uri,
-                                                 bool& invented) {
-    NamespaceMap& scope = context.GetNamespaceMap();
-    auto found = scope.find(uri);
-    if (found != scope.end()) {
-        invented = false;
-        return found->second;
+void CXmlTextWriter::AppendEscaped(const char* text, bool isAttribute, size_t mark, const char* where,
+                                   const std::string& name) {
+    // Escaped straight into the stream in one pass; a byte no XML text may
+    // hold takes back everything written since `mark`, so a value that
+    // cannot be written leaves no part of it behind.
+    if (const unsigned char* bad = EscapeInto(m_stream, text, isAttribute, m_eolType)) {
+        m_stream.Truncate(mark);
+        ThrowControl(*bad, where, name);
     }
-    invented = true;
-    context.SetNamespaceMapValue(uri, GetUniquePrefix(scope));
-    // The map may be a fresh copy now; its nodes stay put from here on.
-    return context.GetNamespaceMap().find(uri)->second;
+}
+
+void CXmlTextWriter::EscapeWithSections(const std::string& text, const std::string& name) {
+    // Complete sections stay as they are (text read with its CDATA kept
+    // writes back unchanged); whatever lies outside them, an unterminated
+    // section included, is escaped so no value can close the element.
+    static const char* const where = "the text of the element";
+    const size_t length = std::char_traits<char>::length(text.c_str());
+    m_scratch.clear();
+    std::string outside;
+    size_t at = 0;
+    while (at < length) {
+        if (text.compare(at, kCdataOpenLength, kCdataOpen) == 0) {
+            const size_t close = text.find("]]>", at + kCdataOpenLength);
+            if (close != std::string::npos && close < length) {
+                const size_t end = close + 3;
+                for (size_t i = at; i < end; ++i) {
+                    const auto c = static_cast<unsigned char>(text[i]);
+                    if (kTextTable[c] == kControl) ThrowControl(c, where, name);
+                }
+                m_scratch.append(text, at, end - at);
+                at = end;
+                continue;
+            }
+        }
+        size_t next = text.find(kCdataOpen, at + 1);
+        if (next == std::string::npos || next > length) next = length;
+        outside.assign(text, at, next - at);
+        if (const unsigned char* bad = EscapeInto(m_scratch, outside.c_str(), false, m_eolType)) {
+            ThrowControl(*bad, where, name);
+        }
+        at = next;
+    }
+}
+
+const std::string& CXmlTextWriter::CurrentElementName() const {
+    static const std::string none;
+    const CXmlWriterContext* context = GetCurrentContext();
+    return context ? context->GetLocalName() : none;
 }
 
 void CXmlTextWriter::PadAndAppend(const char* text, bool isAttribute) {
     if (!text) return;
-    const std::array<uint8_t, 256>& table = isAttribute ? kAttributeTable : kTextTable;
-    const auto* at = reinterpret_cast<const unsigned char*>(text);
-    for (;;) {
-        const unsigned char* run = at;
-        while (table[*at] == kCopy) ++at;
-        if (at != run) m_stream.Append(reinterpret_cast<const char*>(run), static_cast<size_t>(at - run));
-        switch (table[*at]) {
-            case kEnd:
-                return;
-            case kLineFeed:
-                if (isAttribute) {
-                    m_stream.Append("&#xA;", 5);
-                } else if (m_eolType == EOL_CRLF) {
-                    m_stream.Append("\r\n", 2);
-                } else if (m_eolType == EOL_LF) {
-                    m_stream.Append('\n');
-                } else {
-                    throw CKvException("Invalid EOL type.");
-                }
-                break;
-            case kQuote:
-                m_stream.Append("&quot;", 6);
-                break;
-            case kAmp:
-                m_stream.Append("&amp;", 5);
-                break;
-            case kLess:
-                m_stream.Append("&lt;", 4);
-                break;
-            case kGreater:
-                m_stream.Append("&gt;", 4);
-                break;
-            default:  // kDrop
-                break;
-        }
-        ++at;
-    }
+    AppendEscaped(text, isAttribute, m_stream.GetLength(),
+                  isAttribute ? "an attribute of the element" : "the text of the element", CurrentElementName());
 }
 
 void CXmlTextWriter::WriteStartDocument() {
@@ -179,8 +240,10 @@ void CXmlTextWriter::WriteHeaderDirective(const std::string& text) {
 }
 
 void CXmlTextWriter::WriteComment(const std::string& text) {
+    static const std::string none;
+    const size_t mark = m_stream.GetLength();
     m_stream.Append("<!--", 4);
-    PadAndAppend(text.c_str(), false);
+    AppendEscaped(text.c_str(), false, mark, "a comment", none);
     m_stream.Append("-->", 3);
     AppendEol();
     FlushCheck();
@@ -217,59 +280,52 @@ void CXmlTextWriter::CloseParentElm() {
     }
 }
 
+void CXmlTextWriter::AppendDeclaration(const std::string& prefix, const std::string& uri) {
+    if (prefix.empty()) {
+        m_stream.Append(" xmlns=\"", 8);
+    } else {
+        m_stream.Append(" xmlns:", 7);
+        m_stream.Append(prefix);
+        m_stream.Append("=\"", 2);
+    }
+    m_stream.Append(uri);  // namespace names are written unescaped
+    m_stream.Append('"');
+}
+
 void CXmlTextWriter::WriteStartElement(const std::string& localName, const std::string& namespaceUri) {
+    detail::CheckXmlName(localName, "element");
     CloseParentElm();
     const bool isRoot = GetCurrentContext() == nullptr;
     CXmlWriterContext* context = PushContext(localName, namespaceUri);
     if (m_format) AppendIndent(context->GetDepth());
     m_stream.Append('<');
-    if (namespaceUri.empty() || namespaceUri == context->GetDefaultNamespace()) {
-        m_stream.Append(localName);
-    } else {
-        bool invented = false;
-        const std::string& prefix = ResolvePrefix(*context, namespaceUri, invented);
-        m_stream.Append(prefix);
+    const detail::ElementStart start = detail::NamespaceDecisions::StartElement(*context, GetUndeclareDefaultNamespace());
+    if (start.prefix) {
+        m_stream.Append(*start.prefix);
         m_stream.Append(':');
-        m_stream.Append(localName);
-        if (invented) {
-            m_stream.Append(" xmlns:", 7);
-            m_stream.Append(prefix);
-            m_stream.Append("=\"", 2);
-            m_stream.Append(namespaceUri);
-            m_stream.Append('"');
-        }
     }
-    if (isRoot) {
-        const std::string& defaultNamespace = GetDocumentDefaultNamespace();
-        if (!defaultNamespace.empty()) {
-            m_stream.Append(" xmlns=\"", 8);
-            m_stream.Append(defaultNamespace);
-            m_stream.Append('"');
-        }
-        for (const auto& entry : GetPendingNamespaces()) {
-            if (entry.first == XML_NAMESPACE) continue;
-            m_stream.Append(" xmlns:", 7);
-            m_stream.Append(entry.second);
-            m_stream.Append("=\"", 2);
-            m_stream.Append(entry.first);
-            m_stream.Append('"');
-        }
-    }
+    m_stream.Append(localName);
+    detail::NamespaceDecisions::Declarations(
+        *context, start, isRoot ? &GetDocumentDefaultNamespace() : nullptr, isRoot ? &GetPendingNamespaces() : nullptr,
+        [this](const std::string& prefix, const std::string& uri) { AppendDeclaration(prefix, uri); });
     FlushCheck();
 }
 
 void CXmlTextWriter::WriteString(const std::string& text, ItemType /*type*/) {
     if (text.empty()) return;
     CXmlWriterContext* context = GetCurrentContext();
-    if (context && context->IsStartTagOpen()) {
-        m_stream.Append('>');
-        context->SetStartTagOpen(false);
-    }
-    if (text.compare(0, 9, "<![CDATA[") == 0) {
-        m_stream.Append(text);
+    const std::string& name = CurrentElementName();
+    const bool sections = text.compare(0, kCdataOpenLength, kCdataOpen) == 0;
+    if (sections) EscapeWithSections(text, name);
+    const size_t mark = m_stream.GetLength();
+    const bool closesTag = context && context->IsStartTagOpen();
+    if (closesTag) m_stream.Append('>');
+    if (sections) {
+        m_stream.Append(m_scratch);
     } else {
-        PadAndAppend(text.c_str(), false);
+        AppendEscaped(text.c_str(), false, mark, "the text of the element", name);
     }
+    if (closesTag) context->SetStartTagOpen(false);
     FlushCheck();
 }
 
@@ -281,9 +337,8 @@ void CXmlTextWriter::WriteEndElement() {
     } else {
         if (m_format && context->GetChildCount() != 0) AppendIndent(context->GetDepth());
         m_stream.Append("</", 2);
-        const std::string& uri = context->GetNamespaceUri();
-        if (!uri.empty() && uri != context->GetDefaultNamespace()) {
-            m_stream.Append(context->GetNamespaceMapValue(uri));
+        if (const std::string* prefix = detail::NamespaceDecisions::EndElement(*context)) {
+            m_stream.Append(*prefix);
             m_stream.Append(':');
         }
         m_stream.Append(context->GetLocalName());
@@ -297,25 +352,21 @@ void CXmlTextWriter::WriteEndElement() {
 void CXmlTextWriter::WriteAttributeString(const std::string& localName, const std::string& namespaceUri,
                                           const std::string& value, ItemType /*type*/) {
     CheckStartTagOpen();
-    CXmlWriterContext& context = *GetCurrentContext();
+    detail::CheckXmlName(localName, "attribute");
+    const size_t mark = m_stream.GetLength();
+    const detail::ResolvedPrefix resolved = detail::NamespaceDecisions::Attribute(*GetCurrentContext(), namespaceUri);
+    if (resolved.declare) {
+        // The declaration precedes the attribute inside the same tag.
+        AppendDeclaration(*resolved.prefix, namespaceUri);
+    }
     m_stream.Append(' ');
-    if (!namespaceUri.empty()) {
-        // Attributes never take the default namespace: always a prefix.
-        bool invented = false;
-        const std::string& prefix = ResolvePrefix(context, namespaceUri, invented);
-        if (invented) {
-            m_stream.Append("xmlns:", 6);
-            m_stream.Append(prefix);
-            m_stream.Append("=\"", 2);
-            m_stream.Append(namespaceUri);
-            m_stream.Append("\" ", 2);
-        }
-        m_stream.Append(prefix);
+    if (resolved.prefix) {
+        m_stream.Append(*resolved.prefix);
         m_stream.Append(':');
     }
     m_stream.Append(localName);
     m_stream.Append("=\"", 2);
-    PadAndAppend(value.c_str(), true);
+    AppendEscaped(value.c_str(), true, mark, "the attribute", localName);
     m_stream.Append('"');
     FlushCheck();
 }
@@ -323,33 +374,28 @@ void CXmlTextWriter::WriteAttributeString(const std::string& localName, const st
 void CXmlTextWriter::WriteAttributeType(const std::string& typeNamespaceUri,
                                         const std::string& typeLocalName, ItemType type) {
     CheckStartTagOpen();
-    CXmlWriterContext& context = *GetCurrentContext();
     std::string value;
-    if (!typeNamespaceUri.empty() && typeNamespaceUri != context.GetDefaultNamespace()) {
-        bool invented = false;
-        const std::string& prefix = ResolvePrefix(context, typeNamespaceUri, invented);
-        if (invented) {
-            // Leading and trailing space: the attribute adds its own, so two.
-            m_stream.Append(" xmlns:", 7);
-            m_stream.Append(prefix);
-            m_stream.Append("=\"", 2);
-            m_stream.Append(typeNamespaceUri);
-            m_stream.Append("\" ", 2);
+    const detail::ResolvedPrefix resolved =
+        detail::NamespaceDecisions::TypeValue(*GetCurrentContext(), typeNamespaceUri);
+    if (resolved.prefix) {
+        if (resolved.declare) {
+            AppendDeclaration(*resolved.prefix, typeNamespaceUri);
+            m_stream.Append(' ');  // the attribute adds its own space, so two
         }
-        value.reserve(prefix.size() + 1 + typeLocalName.size());
-        value.append(prefix).append(1, ':').append(typeLocalName);
+        value.reserve(resolved.prefix->size() + 1 + typeLocalName.size());
+        value.append(*resolved.prefix).append(1, ':').append(typeLocalName);
     } else {
         value = typeLocalName;
     }
     static const std::string name = "type";
-    WriteAttributeString(name, XsiNamespace(), value, type);
+    WriteAttributeString(name, detail::XsiNamespace(), value, type);
 }
 
 void CXmlTextWriter::WriteAttributeNil() {
     CheckStartTagOpen();
     static const std::string name = "nil";
     static const std::string value = "true";
-    WriteAttributeString(name, XsiNamespace(), value, boolean);
+    WriteAttributeString(name, detail::XsiNamespace(), value, boolean);
 }
 
 }  // namespace KvXmlLib10

@@ -17,6 +17,29 @@ constexpr int32_t kDistinctPrefixes = 256 * 26;
 // Small scopes are cheaper to scan directly than to index.
 constexpr size_t kScanLimit = 32;
 
+// Invented prefix number n in the order GetUniquePrefix tries them: the
+// two-character forms, then the same forms numbered by round.
+std::string InventedPrefix(int64_t n) {
+    if (n < kDistinctPrefixes) return CXmlWriter::NsIntToString(static_cast<int32_t>(n));
+    return CXmlWriter::NsIntToString(static_cast<int32_t>(n % kDistinctPrefixes)) +
+           std::to_string(n / kDistinctPrefixes);
+}
+
+// The n for which InventedPrefix(n) == prefix, or -1.
+int64_t InventedNumber(const std::string& prefix) {
+    if (prefix.size() < 2 || prefix[1] < 'A' || prefix[1] > 'Z') return -1;
+    const int64_t first = (static_cast<unsigned char>(prefix[0]) - 'A') & 0xFF;  // the byte wraps
+    const int64_t n = first * 26 + (prefix[1] - 'A');
+    if (prefix.size() == 2) return n;
+    if (prefix.size() > 18 || prefix[2] < '1' || prefix[2] > '9') return -1;
+    int64_t round = 0;
+    for (size_t i = 2; i < prefix.size(); ++i) {
+        if (prefix[i] < '0' || prefix[i] > '9') return -1;
+        round = round * 10 + (prefix[i] - '0');
+    }
+    return n + round * kDistinctPrefixes;
+}
+
 bool IsPrefixUsed(const CXmlWriter::NamespaceMap& map, const std::string& prefix) {
     for (const auto& entry : map) {
         if (entry.second == prefix) return true;
@@ -46,7 +69,12 @@ CXmlWriter::CXmlWriterContext::CXmlWriterContext(const std::string& localName,
       m_namespaceMap(pendingMap ? new NamespaceMap(*pendingMap) : new NamespaceMap),
       m_inheritsFromParent(false),
       m_ownsMap(true),
-      m_scope(this) {}
+      m_scope(this),
+      m_mapOwner(this),
+      m_prefixUse(new std::unordered_map<std::string, uint32_t>),
+      m_lowestFreePrefix(0) {
+    for (const auto& entry : *m_namespaceMap) CountPrefix(entry.second);
+}
 
 CXmlWriter::CXmlWriterContext::CXmlWriterContext(const std::string& localName,
                                                  const std::string& namespaceUri,
@@ -61,11 +89,17 @@ CXmlWriter::CXmlWriterContext::CXmlWriterContext(const std::string& localName,
       m_flag(false),
       m_inheritsFromParent(parent != nullptr),
       m_ownsMap(parent == nullptr),
-      m_scope(parent ? parent->m_scope : this) {
-    if (!parent) m_namespaceMap.reset(new NamespaceMap);
+      m_scope(parent ? parent->m_scope : this),
+      m_mapOwner(parent ? parent->m_mapOwner : this),
+      m_lowestFreePrefix(0) {
+    if (!parent) {
+        m_namespaceMap.reset(new NamespaceMap);
+        m_prefixUse.reset(new std::unordered_map<std::string, uint32_t>);
+    }
 }
 
 CXmlWriter::CXmlWriterContext::~CXmlWriterContext() {
+    UndoScopeChanges();
     // Unlink before deleting so no destructor recurses up the chain.
     CXmlWriterContext* ancestor = m_parent;
     m_parent = nullptr;
@@ -77,32 +111,77 @@ CXmlWriter::CXmlWriterContext::~CXmlWriterContext() {
     }
 }
 
+void CXmlWriter::CXmlWriterContext::UndoScopeChanges() {
+    if (m_shadowed.empty()) return;
+    NamespaceMap& map = *m_mapOwner->m_namespaceMap;
+    for (auto change = m_shadowed.rbegin(); change != m_shadowed.rend(); ++change) {
+        auto found = map.find(change->first);
+        if (found == map.end()) continue;
+        m_mapOwner->UncountPrefix(found->second);
+        if (change->second) {
+            found->second = std::move(*change->second);
+            m_mapOwner->CountPrefix(found->second);
+        } else {
+            map.erase(found);
+        }
+    }
+    m_shadowed.clear();
+}
+
+void CXmlWriter::CXmlWriterContext::CountPrefix(const std::string& prefix) { ++(*m_prefixUse)[prefix]; }
+
+void CXmlWriter::CXmlWriterContext::UncountPrefix(const std::string& prefix) {
+    auto found = m_prefixUse->find(prefix);
+    if (found == m_prefixUse->end() || --found->second != 0) return;
+    m_prefixUse->erase(found);
+    const int64_t n = InventedNumber(prefix);
+    if (n >= 0 && n < m_lowestFreePrefix) m_lowestFreePrefix = n;
+}
+
 CXmlWriter::NamespaceMap& CXmlWriter::CXmlWriterContext::GetNamespaceMap() const {
-    return *m_scope->m_namespaceMap;
+    return *m_mapOwner->m_namespaceMap;
 }
 
 const std::string& CXmlWriter::CXmlWriterContext::GetDefaultNamespace() const {
     return m_scope->m_defaultNamespace;
 }
 
-void CXmlWriter::CXmlWriterContext::CopyScopeOnWrite() {
-    if (!m_inheritsFromParent) return;
-    m_namespaceMap.reset(new NamespaceMap(*m_scope->m_namespaceMap));
-    m_defaultNamespace = m_scope->m_defaultNamespace;
-    m_scope = this;
+void CXmlWriter::CXmlWriterContext::MarkScopeChanged() {
     m_ownsMap = true;
     m_inheritsFromParent = false;
 }
 
 void CXmlWriter::CXmlWriterContext::SetNamespaceMapValue(const std::string& uri,
                                                          const std::string& prefix) {
-    CopyScopeOnWrite();
-    (*m_namespaceMap)[uri] = prefix;
+    MarkScopeChanged();
+    NamespaceMap& map = *m_mapOwner->m_namespaceMap;
+    auto found = map.find(uri);
+    if (m_mapOwner != this) {
+        m_shadowed.emplace_back(uri, found == map.end() ? std::nullopt : std::optional<std::string>(found->second));
+    }
+    if (found == map.end()) {
+        map.emplace(uri, prefix);
+    } else {
+        m_mapOwner->UncountPrefix(found->second);
+        found->second = prefix;
+    }
+    m_mapOwner->CountPrefix(prefix);
+}
+
+const std::string& CXmlWriter::CXmlWriterContext::InventPrefix(const std::string& uri) {
+    CXmlWriterContext& owner = *m_mapOwner;
+    int64_t n = owner.m_lowestFreePrefix;
+    std::string candidate = InventedPrefix(n);
+    while (owner.m_prefixUse->count(candidate) != 0) candidate = InventedPrefix(++n);
+    owner.m_lowestFreePrefix = n;  // every number below is taken
+    SetNamespaceMapValue(uri, candidate);
+    return owner.m_namespaceMap->find(uri)->second;
 }
 
 void CXmlWriter::CXmlWriterContext::SetDefaultNamespace(const std::string& uri) {
-    CopyScopeOnWrite();
+    MarkScopeChanged();
     m_defaultNamespace = uri;
+    m_scope = this;
 }
 
 std::string& CXmlWriter::CXmlWriterContext::GetNamespaceMapValue(const std::string& uri) const {
@@ -117,7 +196,7 @@ std::string& CXmlWriter::CXmlWriterContext::GetNamespaceMapValue(const char* uri
 // CXmlWriter
 
 CXmlWriter::CXmlWriter(const char* className)
-    : CInstanceMonitor(className), m_currentContext(nullptr) {
+    : CInstanceMonitor(className), m_currentContext(nullptr), m_undeclareDefault(false) {
     AddNamespace("xml", XML_NAMESPACE);
 }
 

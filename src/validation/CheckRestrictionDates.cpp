@@ -11,6 +11,7 @@
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/validation/PrimitiveRestrictions.h"
 #include "kvxml/values/Conversions.h"
+#include "foundation/detail/OrEmpty.h"
 
 namespace KvXmlLib10 {
 
@@ -25,7 +26,7 @@ void CheckByCompareTo(const char* name, const T& value, const CPrimitiveRestrict
     auto order = [](const T& v, const T& bound) { return detail::OrderFromCompareTo(v.CompareTo(bound)); };
     if (!detail::RangeFacetsHold(value, r, parse, order)) {
         throw CKvException(
-            FormatString("Invalid Value for %s [%s]", detail::NameOrEmpty(name), value.ToString().c_str()));
+            FormatString("Invalid Value for %s [%s]", detail::OrEmpty(name), value.ToString().c_str()));
     }
 }
 

@@ -8,6 +8,7 @@
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/validation/PrimitiveRestrictions.h"
 #include "kvxml/values/Conversions.h"
+#include "foundation/detail/OrEmpty.h"
 
 namespace KvXmlLib10 {
 
@@ -28,7 +29,7 @@ void CheckPrintedAsInt(const char* name, T value, int32_t printed, const CPrimit
                        T (*parser)(const std::string&, Rule)) {
     auto parse = [parser](const std::string& text) { return parser(text, Rule::Collapse); };
     if (!detail::RangeFacetsHold(value, r, parse, Numeric<T>)) {
-        throw CKvException(FormatString("Invalid Value for %s [%d]", detail::NameOrEmpty(name), printed));
+        throw CKvException(FormatString("Invalid Value for %s [%d]", detail::OrEmpty(name), printed));
     }
 }
 
@@ -38,7 +39,7 @@ void CheckPrintedAsDouble(const char* name, T value, const CPrimitiveRestriction
     auto parse = [parser](const std::string& text) { return parser(text, Rule::Collapse); };
     if (!detail::RangeFacetsHold(value, r, parse, Numeric<T>)) {
         throw CKvException(
-            FormatString("Invalid Value for %s [%f]", detail::NameOrEmpty(name), static_cast<double>(value)));
+            FormatString("Invalid Value for %s [%f]", detail::OrEmpty(name), static_cast<double>(value)));
     }
 }
 
@@ -48,7 +49,7 @@ void CheckPrintedAsText(const char* name, const T& value, const CPrimitiveRestri
                         Parsed (*parser)(const std::string&, Rule), Print print) {
     auto parse = [parser](const std::string& text) { return parser(text, Rule::Collapse); };
     if (!detail::RangeFacetsHold(value, r, parse, Numeric<T>)) {
-        throw CKvException(FormatString("Invalid Value for %s [%s]", detail::NameOrEmpty(name), print(value).c_str()));
+        throw CKvException(FormatString("Invalid Value for %s [%s]", detail::OrEmpty(name), print(value).c_str()));
     }
 }
 

@@ -10,6 +10,7 @@
 #include "kvxml/validation/PrimitiveRestrictions.h"
 #include "kvxml/validation/RegEx.h"
 #include "kvxml/values/BinaryData.h"
+#include "foundation/detail/OrEmpty.h"
 
 namespace KvXmlLib10 {
 
@@ -27,7 +28,7 @@ bool LengthFacetsHold(uint64_t byteCount, const CPrimitiveRestrictions& r) {
 }
 
 [[noreturn]] void ThrowInvalid(const char* name, const std::string& shown) {
-    throw CKvException(FormatString("Invalid Value for %s [%s]", detail::NameOrEmpty(name), shown.c_str()));
+    throw CKvException(FormatString("Invalid Value for %s [%s]", detail::OrEmpty(name), shown.c_str()));
 }
 
 // Binary values are quoted as hexadecimal whatever their lexical type.
@@ -53,7 +54,7 @@ void CXmlObjectHelper::CheckRestrictionForstring(const char* name, std::string v
         matches = TestRegEx(r.pattern, converted);
     } catch (const CKvException& error) {
         throw CKvException(FormatString("%s\nInvalid Value for %s [%s]", error.GetFullMessage().c_str(),
-                                        detail::NameOrEmpty(name), value.c_str()));
+                                        detail::OrEmpty(name), value.c_str()));
     }
     if (!matches) ThrowInvalid(name, value);
 }

@@ -3,12 +3,15 @@
 // Schema patterns know a few escapes PCRE2 does not (\i, \I, \c, \C, the
 // \p{IsBlock} block names); those are replaced by equivalent classes, the
 // pattern is anchored at both ends and compiled in UTF-8 mode, and a value
-// matches only when the match covers all of it.
+// matches only when the match covers all of it. Long values are matched by
+// PCRE2's JIT, short ones by its interpreter; both under backtracking limits
+// that grow with the value.
 #define PCRE2_CODE_UNIT_WIDTH 8
 #include "kvxml/validation/RegEx.h"
 
 #include <pcre2.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -24,14 +27,38 @@ namespace KvXmlLib10 {
 
 namespace {
 
-// Backtracking bounds: a pathological pattern such as (a+)+$ gives up after
-// a few milliseconds instead of stalling the caller, and counts as no match.
-// A repeated group such as \c* takes about two levels of depth per character,
-// so the depth bound still admits values of some 100,000 characters; the heap
-// bound caps what the frames of a pattern with many groups may take.
-constexpr uint32_t kMatchLimit = 1000000;
-constexpr uint32_t kDepthLimit = 250000;
-constexpr uint32_t kHeapLimitKiB = 64 * 1024;
+// Values shorter than this go to the interpreter: compiling for the JIT costs
+// a few microseconds, more than a short value takes to match.
+constexpr size_t kJitMinLength = 1024;
+
+// Backtracking bounds grow with the value. A repeated group such as \c* takes
+// a level of depth, a heap frame of a few hundred bytes and a few match steps
+// per character, so long values of a linear pattern still match; a
+// pathological pattern such as (a+)+b gives up after work in proportion to
+// the value and counts as no match. The heap cap bounds what a hostile value
+// can make the interpreter take.
+constexpr uint64_t kMatchLimit = 1000000;
+constexpr uint64_t kMatchStepsPerByte = 10;
+constexpr uint64_t kDepthLimit = 250000;
+constexpr uint64_t kDepthPerByte = 4;
+constexpr uint64_t kHeapLimitKiB = 64 * 1024;
+constexpr uint64_t kHeapKiBPerByte = 1;
+constexpr uint64_t kHeapLimitCapKiB = 1024 * 1024;
+
+// The JIT stack is address space reserved up front and touched only as deep
+// as a match goes. A repeated group takes some 32 bytes of it per character,
+// nested groups several times that: the stack starts at kJitStackPerByte per
+// byte of the value and grows on each shortfall up to the cap, past which
+// the interpreter gets its turn.
+constexpr uint64_t kJitStackPerByte = 64;
+constexpr uint64_t kJitStackGrowth = 8;
+constexpr uint64_t kJitStackCap = uint64_t{1} << 30;
+constexpr size_t kJitStackStart = 32 * 1024;
+
+uint32_t Scaled(uint64_t base, uint64_t perByte, size_t length, uint64_t cap = UINT32_MAX) {
+    const uint64_t wanted = base + perByte * static_cast<uint64_t>(length);
+    return static_cast<uint32_t>(std::min({wanted, cap, uint64_t{UINT32_MAX}}));
+}
 
 struct CodeDeleter {
     void operator()(pcre2_code* code) const noexcept { pcre2_code_free(code); }
@@ -42,9 +69,32 @@ struct MatchDataDeleter {
 struct MatchContextDeleter {
     void operator()(pcre2_match_context* context) const noexcept { pcre2_match_context_free(context); }
 };
+struct JitStackDeleter {
+    void operator()(pcre2_jit_stack* stack) const noexcept { pcre2_jit_stack_free(stack); }
+};
 using CodePtr = std::unique_ptr<pcre2_code, CodeDeleter>;
 using MatchDataPtr = std::unique_ptr<pcre2_match_data, MatchDataDeleter>;
 using MatchContextPtr = std::unique_ptr<pcre2_match_context, MatchContextDeleter>;
+using JitStackPtr = std::unique_ptr<pcre2_jit_stack, JitStackDeleter>;
+
+// Runs the JIT-compiled pattern, first on PCRE2's own 32 KiB stack (enough
+// for most patterns, and free), then on stacks sized for the value, growing
+// while the match runs out. PCRE2_ERROR_JIT_STACKLIMIT when even the largest
+// stack (or the memory for one) was not enough.
+int MatchJit(const pcre2_code* code, PCRE2_SPTR subject, size_t length, pcre2_match_data* matchData,
+             pcre2_match_context* context) {
+    int found = pcre2_match(code, subject, length, 0, 0, matchData, context);
+    for (uint64_t size = kJitStackPerByte * length; found == PCRE2_ERROR_JIT_STACKLIMIT; size *= kJitStackGrowth) {
+        size = std::min(size, kJitStackCap);
+        JitStackPtr stack(pcre2_jit_stack_create(kJitStackStart, static_cast<size_t>(size), nullptr));
+        if (!stack) break;
+        pcre2_jit_stack_assign(context, nullptr, stack.get());
+        found = pcre2_match(code, subject, length, 0, 0, matchData, context);
+        pcre2_jit_stack_assign(context, nullptr, nullptr);
+        if (size == kJitStackCap) break;
+    }
+    return found;
+}
 
 [[noreturn]] void ThrowCompileError(int errorCode, const std::string& value) {
     PCRE2_UCHAR reason[256] = {0};
@@ -60,11 +110,13 @@ using MatchContextPtr = std::unique_ptr<pcre2_match_context, MatchContextDeleter
 bool TestRegEx(std::string pattern, std::string value) {
     const std::string translated = detail::TranslatePattern(std::move(pattern));
 
-    // Zero-terminated on purpose: the pattern ends at its first NUL.
+    // Zero-terminated on purpose: the pattern ends at its first NUL. Anchored
+    // when compiled rather than when matched, which means the same and is the
+    // only form the JIT accepts.
     int errorCode = 0;
     PCRE2_SIZE errorOffset = 0;
-    CodePtr code(pcre2_compile(reinterpret_cast<PCRE2_SPTR>(translated.c_str()), PCRE2_ZERO_TERMINATED, PCRE2_UTF,
-                               &errorCode, &errorOffset, nullptr));
+    CodePtr code(pcre2_compile(reinterpret_cast<PCRE2_SPTR>(translated.c_str()), PCRE2_ZERO_TERMINATED,
+                               PCRE2_UTF | PCRE2_ANCHORED, &errorCode, &errorOffset, nullptr));
     if (!code) ThrowCompileError(errorCode, value);
 
     uint32_t captures = 0;
@@ -72,9 +124,6 @@ bool TestRegEx(std::string pattern, std::string value) {
     MatchDataPtr matchData(pcre2_match_data_create(captures + 1, nullptr));
     MatchContextPtr context(pcre2_match_context_create(nullptr));
     if (!matchData || !context) throw std::bad_alloc();
-    pcre2_set_match_limit(context.get(), kMatchLimit);
-    pcre2_set_depth_limit(context.get(), kDepthLimit);
-    pcre2_set_heap_limit(context.get(), kHeapLimitKiB);
 
     // The value, like a C string, ends at its first NUL.
     const CBinaryData utf8 = CEncoder::LocalCodePageToUtf8Binary(value);
@@ -84,9 +133,23 @@ bool TestRegEx(std::string pattern, std::string value) {
         length = static_cast<size_t>(static_cast<const char*>(nul) - subject);
     }
 
-    // Any negative result (no match, malformed UTF-8, a limit reached) is no match.
-    const int found = pcre2_match(code.get(), reinterpret_cast<PCRE2_SPTR>(subject), length, 0, PCRE2_ANCHORED,
-                                  matchData.get(), context.get());
+    pcre2_set_match_limit(context.get(), Scaled(kMatchLimit, kMatchStepsPerByte, length));
+    pcre2_set_depth_limit(context.get(), Scaled(kDepthLimit, kDepthPerByte, length));
+    pcre2_set_heap_limit(context.get(), Scaled(kHeapLimitKiB, kHeapKiBPerByte, length, kHeapLimitCapKiB));
+
+    // Long values run on the JIT: a repeated group costs it some 32 bytes of
+    // stack per character against some 500 bytes of the interpreter's heap
+    // frames, and it runs many times faster. Where PCRE2 has no JIT, or its
+    // stack cannot be made large enough, the interpreter decides.
+    const auto* text = reinterpret_cast<PCRE2_SPTR>(subject);
+    int found = PCRE2_ERROR_JIT_STACKLIMIT;
+    if (length >= kJitMinLength && pcre2_jit_compile(code.get(), PCRE2_JIT_COMPLETE) == 0) {
+        found = MatchJit(code.get(), text, length, matchData.get(), context.get());
+    }
+    if (found == PCRE2_ERROR_JIT_STACKLIMIT) {
+        found = pcre2_match(code.get(), text, length, 0, PCRE2_NO_JIT, matchData.get(), context.get());
+    }
+    // Any other negative result (no match, malformed UTF-8, a limit reached) is no match.
     if (found <= 0) return false;
     const PCRE2_SIZE* offsets = pcre2_get_ovector_pointer(matchData.get());
     return offsets[0] == 0 && offsets[1] == length;

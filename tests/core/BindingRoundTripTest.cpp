@@ -84,6 +84,24 @@ TEST(BindingTicket, WritesGoldenDocument) {
               "lang=\"en\"><AA:title/><AA:status>closed</AA:status></AA:Ticket>");
 }
 
+TEST(BindingTicket, TextCannotInjectMarkup) {
+    const std::string injected = "<![CDATA[x]]></title><note>0.01</note><![CDATA[";
+    CTicket ticket;
+    FillTicket(ticket);
+    ticket.SetTitle(injected);
+    const std::string xml = ticket.ToXml();
+    CXmlSerializationContext keepCdata;
+    keepCdata.SetStripCDATA(false);
+    CTicket copy;
+    copy.FromXml(xml.c_str(), keepCdata);
+    EXPECT_EQ(copy.GetTitle(), injected);
+    EXPECT_EQ(copy.GetNote(), "call Bob");
+    CTicket stripped;  // the section's content, then the rest as text
+    stripped.FromXml(xml.c_str());
+    EXPECT_EQ(stripped.GetTitle(), "x</title><note>0.01</note><![CDATA[");
+    EXPECT_EQ(Compact(copy), Compact(ticket));
+}
+
 TEST(BindingTicket, KeepsNonAsciiTextUnderUtf8Locale) {
     // The library keeps text in the local code page; the previous locale comes back at the end.
     struct Restore {

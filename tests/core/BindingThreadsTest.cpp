@@ -1,5 +1,8 @@
-// BindingThreadsTest.cpp - metadata of generated-style bindings built on first use from several threads at once.
+// BindingThreadsTest.cpp - bindings used from several threads at once: metadata built on first use, and the
+// process-wide switches changed while other threads serialise (run under ThreadSanitizer in CI).
 #include <gtest/gtest.h>
+
+#include <unistd.h>
 
 #include <atomic>
 #include <string>
@@ -9,6 +12,9 @@
 #include "BindingTestSupport.h"
 #include "bindings/AllTypes.h"
 #include "bindings/Ticket.h"
+#include "kvxml/dom/XmlDocument.h"
+#include "kvxml/output/Encoder.h"
+#include "kvxml/output/KvZip.h"
 
 using namespace kvbind;
 using namespace kvbindtest;
@@ -60,6 +66,58 @@ TEST(BindingMetadata, BuiltOnceWhenManyThreadsRaceToFirstUse) {
             EXPECT_EQ(seen[t], seen[0]);
         }
     }
+}
+
+TEST(ProcessSwitches, ChangingThemWhileOtherThreadsSerialiseIsNoDataRace) {
+    constexpr int kThreads = 3;
+    CTicket ticket;
+    FillTicket(ticket);
+    const std::string golden = Compact(ticket);
+    const CBinaryData packed = ticket.ToXmlStream(true, false, Encoding_UTF8, EOL_LF,
+                                                  CXmlSerializationContext::m_defaultContext, Compression_GZip);
+    std::atomic<bool> stop{false};
+    std::vector<int> mismatches(kThreads, 0);
+    std::vector<std::thread> threads;
+    for (int t = 0; t < kThreads; ++t) {
+        threads.emplace_back([&, t] {
+            const std::string path = ::testing::TempDir() + "kvxml_switches_" + std::to_string(::getpid()) + "_" +
+                                     std::to_string(t) + ".xml";
+            try {
+                for (int round = 0; round < 30; ++round) {
+                    // Every switch only changes how, never what: ASCII data
+                    // and limits far above these documents.
+                    ticket.ToXmlFile(path.c_str());
+                    CTicket fromFile;
+                    fromFile.FromXmlFile(path.c_str());
+                    CTicket fromStream;
+                    fromStream.FromXmlStream(packed);
+                    if (Compact(fromFile) != golden || Compact(fromStream) != golden) ++mismatches[t];
+                }
+            } catch (const CKvException&) {
+                mismatches[t] = -1;
+            }
+            std::remove(path.c_str());
+        });
+    }
+    std::thread toggler([&] {
+        for (unsigned i = 0; !stop.load(); ++i) {
+            AsyncToXmlFile(i % 2 == 0);
+            AsyncFromXmlFile(i % 3 == 0);
+            ASCIIOnly(i % 5 == 0);
+            CKvZip::SetMaxDecompressedSize(i % 2 ? 0 : uint64_t{1} << 30);
+            CXmlDocument::SetMaxEntityDeclarations(i % 2 ? 0 : 1000);
+            std::this_thread::yield();
+        }
+    });
+    for (std::thread& thread : threads) thread.join();
+    stop = true;
+    toggler.join();
+    AsyncToXmlFile(false);
+    AsyncFromXmlFile(false);
+    ASCIIOnly(false);
+    CKvZip::SetMaxDecompressedSize(uint64_t{1} << 30);
+    CXmlDocument::SetMaxEntityDeclarations(1000);
+    for (int t = 0; t < kThreads; ++t) EXPECT_EQ(mismatches[t], 0) << t;
 }
 
 }  // namespace

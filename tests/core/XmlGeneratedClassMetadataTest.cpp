@@ -55,8 +55,12 @@ struct ListSchema : NoNamespaces {
                                                     : I4<kvd::CElementInfoSeqPrimOpt>("s", 2);
         meta = {Parent(kvd::GroupType_Choice, "List"),
                 MakeArray<CElementInfo>(
-                    {new CRequiredChoiceInfo("a", "urn:a", 1, false, kv::i4, nullptr, kCollapse, {}), second}),
+                    {new kvd::CElementInfoChoicePrimCol("a", "urn:a", 1), second}),
                 MakeArray<CAttributeInfo>({})};
+    }
+    template <typename T>
+    static void Init(T& object) {
+        object.Set(1, I4List("a", 1));
     }
 };
 

@@ -188,7 +188,9 @@ TEST(XmlGeneratedClassRead, PseudoChoiceWithoutAMemberLeavesTheCursorToItsParent
     CXmlElement* rest = pick.ProcessElementChoiceFromXml(strict, doc.Root(), b, kvd::ElementType_PseudoElement, false);
     ASSERT_NE(rest, nullptr);
     EXPECT_EQ(rest->GetLocalName(), "y");
-    EXPECT_EQ(pick.Get(2).GetI4(), 2);
+    auto* list = pick.Get(2).GetXmlCollection<kv::Ci4Col>();
+    EXPECT_EQ(list->Item(0), 2);
+    list->Release();
 }
 
 TEST(XmlGeneratedClassRead, NestedFailuresChainOneMessagePerLevel) {

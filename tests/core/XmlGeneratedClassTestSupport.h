@@ -7,6 +7,7 @@
 #include <typeinfo>
 
 #include "kvxml/foundation/KvException.h"
+#include "kvxml/metadata/ElementInfoClass.h"
 #include "metadata/GeneratedTestClasses.h"
 
 namespace kvenginetest {
@@ -74,16 +75,24 @@ struct PersonSchema : NoNamespaces {
 };
 using CPerson = CTestClass<PersonSchema>;
 
-/// A choice of the i4 members a and b, optional or not.
+/// A choice of the i4 members a and b: optional, or lists of at least one.
 template <bool Optional, kvd::XmlElementType Kind = kvd::ElementType_Element>
 struct ChoiceSchema : NoNamespaces {
     static constexpr const char* kElementName = "Pick";
     static void Build(Metadata& meta) {
         meta = {Parent(kvd::GroupType_Choice, "Pick", Kind),
-                MakeArray<CElementInfo>(
-                    {Optional ? I4<kvd::CElementInfoChoicePrimOpt>("a", 1) : I4<CRequiredChoiceInfo>("a", 1),
-                     Optional ? I4<kvd::CElementInfoChoicePrimOpt>("b", 2) : I4<CRequiredChoiceInfo>("b", 2)}),
+                MakeArray<CElementInfo>({Optional ? I4<kvd::CElementInfoChoicePrimOpt>("a", 1)
+                                                  : new kvd::CElementInfoChoicePrimCol("a", "", 1),
+                                         Optional ? I4<kvd::CElementInfoChoicePrimOpt>("b", 2)
+                                                  : new kvd::CElementInfoChoicePrimCol("b", "", 2)}),
                 MakeArray<CAttributeInfo>({})};
+    }
+    /// Required members are lists of at least one.
+    template <typename T>
+    static void Init(T& object) {
+        if (Optional) return;
+        object.Set(1, I4List("a", 1));
+        object.Set(2, I4List("b", 1));
     }
 };
 
@@ -97,17 +106,22 @@ struct GroupSchema : NoNamespaces {
 };
 using CGroup = CTestClass<GroupSchema>;
 
-inline CXmlObjectBase* NewPerson() { return new CPerson; }
-inline CXmlObjectBase* NewGroup() { return new CGroup; }
+inline kv::CSmartPtr<CXmlObjectBase> NewPerson(int32_t, const char*) {
+    return new CPerson;
+}
+inline kv::CSmartPtr<CXmlObjectBase> NewGroup(int32_t, const char*) {
+    return new CGroup;
+}
 
 /// <Outer><Person/><g/><tail/></Outer>: a nested class, a pseudo element and an i4.
 struct OuterSchema : NoNamespaces {
     static constexpr const char* kElementName = "Outer";
     static void Build(Metadata& meta) {
         meta = {Parent(kvd::GroupType_Sequence, "Outer"),
-                MakeArray<CElementInfo>({new CTestChildInfo("Person", "", 1, NewPerson),
-                                         new CTestChildInfo("Group", "", 2, NewGroup),
-                                         I4<kvd::CElementInfoSeqPrimOpt>("tail", 3)}),
+                MakeArray<CElementInfo>(
+                    {new kvd::CElementInfoSeqClsOpt("Person", "", 1, kvd::ElementType_Element, NewPerson, 0),
+                     new kvd::CElementInfoSeqClsOpt("Group", "", 2, kvd::ElementType_PseudoElement, NewGroup, 0),
+                     I4<kvd::CElementInfoSeqPrimOpt>("tail", 3)}),
                 MakeArray<CAttributeInfo>({})};
     }
 };

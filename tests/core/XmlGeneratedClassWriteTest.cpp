@@ -136,3 +136,35 @@ TEST(XmlGeneratedClassWrite, UnknownGroupTypeFails) {
 }
 
 }  // namespace
+
+// Person in a namespace whose members are unqualified (no namespace).
+struct UnqualifiedPersonSchema : PersonSchema {
+    static constexpr const char* kTargetNamespace = "urn:p";
+    static constexpr const char* kTypeNamespace = "urn:p";
+};
+using CUnqualifiedPerson = CTestClass<UnqualifiedPersonSchema>;
+
+TEST(XmlGeneratedClassWrite, UnqualifiedMembersUnderADefaultNamespaceReadBackOnlyWhenUndeclared) {
+    CUnqualifiedPerson person;
+    person.AddRef();
+    person.SetString(1, "Ann");
+    person.SetI4(10, 7);
+    CXmlSerializationContext context;
+    context.SetWriteTypeAttribute(false);
+    context.SetDefaultNamespaceURI("urn:p");
+    // By default <name> lands in the default namespace: it does not read back.
+    const std::string plain = WriteCompact(person, context);
+    EXPECT_EQ(plain, "<Person xmlns=\"urn:p\" id=\"7\"><name>Ann</name></Person>");
+    CUnqualifiedPerson copy;
+    copy.AddRef();
+    EXPECT_NE(ReadFailure(copy, plain.c_str(), context), "");
+
+    context.SetUndeclareDefaultNamespace(true);
+    const std::string undeclared = WriteCompact(person, context);
+    EXPECT_EQ(undeclared,
+              "<Person xmlns=\"urn:p\" id=\"7\"><name xmlns=\"\">Ann</name></Person>");
+    CUnqualifiedPerson again;
+    again.AddRef();
+    EXPECT_EQ(ReadFailure(again, undeclared.c_str(), context), "");
+    EXPECT_EQ(WriteCompact(again, context), undeclared);
+}

@@ -1,8 +1,10 @@
 // Tests for the object base: reference counts, setter checks, choice bookkeeping and the reading and writing entry
 // points.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -284,22 +286,33 @@ TEST(XmlObjectBaseToXmlFile, BothPathsWriteTheStreamBytes) {
     }
 }
 
-TEST(XmlObjectBaseToXmlFile, FailuresOnBothPaths) {
+TEST(XmlObjectBaseToXmlFile, FailuresOnBothPathsLeaveTheOldFile) {
     Note note;
     const std::string path = TempPath("failed.xml");
-    std::remove(path.c_str());
+    const mode_t mask = ::umask(027);
     for (bool direct : {false, true}) {
         AsyncToXmlFile(direct);
         EXPECT_KV_THROW(note.ToXmlFile("/nonexistent-kvxml-dir/out.xml"), CKvException,
                         "Failed to write data to the file [/nonexistent-kvxml-dir/out.xml]");
+        std::ofstream(path) << "old";
         note.failInside = true;
         EXPECT_KV_THROW(note.ToXmlFile(path.c_str()), CKvValidationException, "cannot write body");
         note.failInside = false;
-        // Only writing straight into the file has created it when the failure comes.
-        EXPECT_EQ(FileExists(path), direct);
+        EXPECT_EQ(ReadFile(path), "old") << direct;
+        std::remove(path.c_str());
+        note.ToXmlFile(path.c_str(), false);
+        EXPECT_EQ(ReadFile(path), kNoteLf) << direct;
+        struct stat info {};
+        ASSERT_EQ(::stat(path.c_str(), &info), 0);
+        EXPECT_EQ(info.st_mode & 0777, 0640u) << direct;  // as a new file under the umask
     }
+    ::umask(mask);
     AsyncToXmlFile(false);
     std::remove(path.c_str());
+    // No partial file is left beside the target.
+    for (const auto& entry : std::filesystem::directory_iterator(testing::TempDir())) {
+        EXPECT_EQ(entry.path().filename().string().find("kvxml_objectbase_failed.xml."), std::string::npos);
+    }
 }
 
 TEST(XmlObjectBaseFromXml, ReadsNarrowAndWideText) {

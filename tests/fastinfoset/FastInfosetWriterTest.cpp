@@ -135,6 +135,17 @@ TEST(FastInfosetWriter, DocumentsHaveTheExactOctets) {
                  Octets({0xCF, 0x01, 'A', 'B', 0x28}), Text("http://www.w3.org/2001/XMLSchema-instance"),
                  Octets({0xF0, 0x3F, 0x81, 0x81, 0x00, 'c', 0x7B, 0x82, 0x82, 0x02, 'n', 'i', 'l', 0x43}),
                  Text("true"), Octets({0xF0, 0xFF, 0xF0})})},
+        {"an element without a namespace undeclares the default one when asked",
+         [](CFastInfosetWriter& w) {
+             w.SetUndeclareDefaultNamespace(true);
+             w.SetDefaultNamespace("urn:d");
+             w.WriteStartElement("r", "urn:d");
+             w.WriteStartElement("c", "");
+             w.WriteEndElement();
+             w.WriteEndElement();
+         },
+         Concat({kHeader, Octets({0x38, 0xCD, 0x04}), Text("urn:d"),
+                 Octets({0xF0, 0x3D, 0x81, 0x00, 'r', 0x38, 0xCC, 0xF0, 0x3C, 0x00, 'c', 0xFF, 0xF0})})},
         {"five characters are indexed on repetition, six never",
          [](CFastInfosetWriter& w) {
              w.WriteStartElement("r", "");
@@ -281,6 +292,13 @@ TEST(FastInfosetWriter, RefusesWhatItCannotWrite) {
                     CKvException, "Attributes must be added before elements");
     EXPECT_KV_THROW(Write([](CFastInfosetWriter& w) { w.WriteStartElement("r", ""); }), CKvException,
                     "An Element has not been closed.");
+    EXPECT_KV_THROW(Write([](CFastInfosetWriter& w) { w.WriteStartElement("", ""); }), CKvException,
+                    "The element name [] is not a valid XML name");
+    EXPECT_KV_THROW(Write([](CFastInfosetWriter& w) {
+                        w.WriteStartElement("r", "");
+                        w.WriteAttributeString("a b", "", "v", string);
+                    }),
+                    CKvException, "The attribute name [a b] is not a valid XML name");
 }
 
 // ---- whole documents through the object entry points and back ----

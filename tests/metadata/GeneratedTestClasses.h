@@ -18,9 +18,11 @@
 #include "kvxml/dom/XmlElement.h"
 #include "kvxml/metadata/AttributeInfo.h"
 #include "kvxml/metadata/ElementInfo.h"
+#include "kvxml/metadata/ElementInfoCollection.h"
 #include "kvxml/metadata/ElementInfoEnumeration.h"
 #include "kvxml/metadata/ElementInfoPrimitive.h"
 #include "kvxml/metadata/ParentElementInfo.h"
+#include "kvxml/metadata/PrimitiveCollections.h"
 #include "kvxml/output/TextStream.h"
 #include "kvxml/output/XmlTextWriter.h"
 #include "kvxml/values/Variant.h"
@@ -84,11 +86,32 @@ inline int32_t ColorFromString(const char* text) {
     return -1;
 }
 
+/// A repeated i4 member's collection (unbounded unless maxOccurs), in a
+/// variant as a generated property holds it.
+inline KvVariant I4List(const char* name, int32_t minOccurs, int32_t maxOccurs = -1) {
+    KvVariant value;
+    value.SetXmlCollection(new KvXmlLib10::Ci4Col(name, "", minOccurs, maxOccurs, nullptr, -1, -1, nullptr, nullptr,
+                                                  nullptr, nullptr, -1, kCollapse, nullptr));
+    return value;
+}
+
+// Schema::Init(object), when the schema has one, gives a new object its
+// collections, as generated constructors do.
+template <typename Schema, typename T>
+auto InitProperties(T& object, int) -> decltype(Schema::Init(object), void()) {
+    Schema::Init(object);
+}
+template <typename Schema, typename T>
+void InitProperties(T&, long) {}
+
 /// A generated-style class: properties in a map, metadata from Schema.
 template <typename Schema>
 class CTestClass : public CXmlGeneratedClass {
 public:
-    CTestClass() { SetElementName(Schema::kElementName); }
+    CTestClass() {
+        SetElementName(Schema::kElementName);
+        InitProperties<Schema>(*this, 0);
+    }
 
     std::string GetTargetNamespace() const override { return Schema::kTargetNamespace; }
     std::string GetNamespace() const override { return Schema::kTypeNamespace; }
@@ -134,8 +157,17 @@ protected:
             m_values[id] = value;
         }
     }
+    // Collections stay, emptied; every other property goes.
     void ResetProperties() override {
-        m_values.clear();
+        for (auto it = m_values.begin(); it != m_values.end();) {
+            if (auto* collection = it->second.GetXmlCollection()) {
+                collection->Clear();
+                collection->Release();
+                ++it;
+            } else {
+                it = m_values.erase(it);
+            }
+        }
         ++m_resetCount;
     }
 
@@ -181,34 +213,6 @@ public:
     using CXmlGeneratedClass::ProcessElementSeqFromXml;
 };
 
-/// A minimal class-kind member for nesting in tests: writes the child
-/// through the shared class writer and reads it like an optional class
-/// (created by a factory, filled by its own engine).
-class CTestChildInfo : public KvXmlLib10Data::CElementInfoSeq {
-public:
-    using Factory = CXmlObjectBase* (*)();
-    CTestChildInfo(const char* name, const char* namespaceUri, int32_t id, Factory factory)
-        : CElementInfoSeq(name, namespaceUri, id), m_factory(factory) {}
-    bool ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
-                      CXmlWriter* writer) const override {
-        return ElementToXmlCls(context, object, writer, false);
-    }
-    bool ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement*,
-                        CXmlElement** current, const char*, KvXmlLib10Data::XmlElementType) override {
-        if (!IsThisElement(context, *current)) return true;
-        KvVariant value;
-        CXmlObjectBase* child = m_factory();
-        value.SetXmlObject(child);
-        FromXml_Int(child, (*current)->GetFirstElement(), *current, context, false);
-        AccessProperty(object, false, value);
-        *current = (*current)->GetNextSiblingElement();
-        return true;
-    }
-
-private:
-    Factory m_factory;
-};
-
 /// A sequence member with no behaviour, for testing what the base class does.
 class CProbeInfo : public KvXmlLib10Data::CElementInfoSeq {
 public:
@@ -220,14 +224,6 @@ public:
                         const char*, KvXmlLib10Data::XmlElementType) override {
         return true;
     }
-};
-
-/// Stands for a choice member that may not be absent (a choice collection
-/// with a minimum of one).
-class CRequiredChoiceInfo : public KvXmlLib10Data::CElementInfoChoicePrimOpt {
-public:
-    using CElementInfoChoicePrimOpt::CElementInfoChoicePrimOpt;
-    bool MayBeAbsentFromChoice(const CXmlGeneratedClass*) const override { return false; }
 };
 
 /// The document an object writes, without declaration or formatting.

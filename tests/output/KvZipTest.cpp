@@ -151,6 +151,12 @@ TEST(KvZipDecompress, InflatesStreamsFromOtherProducers) {
     EXPECT_EQ(Inflated(FromHex("1f8b0800000000000403cb48cdc9c9070086a6103605000000")), ToBytes("hello"));
     // A complete gzip stream of no bytes inflates to nothing.
     EXPECT_EQ(Inflated(FromHex("1f8b080000000000020303000000000000000000")), Bytes());
+    // Concatenated gzip members inflate to all their contents, as zcat reads
+    // them; bytes after the last member are dropped.
+    EXPECT_EQ(Inflated(FromHex("1f8b0800000000000403cb48cdc9c9070086a6103605000000"
+                               "1f8b080000000000020303000000000000000000"
+                               "1f8b0800000000000403cb48cdc9c9070086a6103605000000ffff")),
+              ToBytes("hellohello"));
 }
 
 TEST(KvZipDecompress, LeavesAnythingButACompleteStreamExactlyAsItWas) {
@@ -167,6 +173,7 @@ TEST(KvZipDecompress, LeavesAnythingButACompleteStreamExactlyAsItWas) {
         {"Fast Infoset header", FromHex("e0000001000000")},
         {"truncated gzip", Bytes(packed.begin(), packed.begin() + packed.size() / 2)},
         {"gzip without trailer", Bytes(packed.begin(), packed.end() - 8)},
+        {"truncated second member", FromHex("1f8b0800000000000403cb48cdc9c9070086a6103605000000" "1f8b0800")},
         {"gzip magic only", FromHex("1f8b")},
         {"zlib header only", FromHex("789c")},
         {"zlib header with preset dictionary", FromHex("78bb00000001cb48cdc9c90700")},
@@ -193,7 +200,7 @@ TEST(KvZipDecompress, IgnoresNullInput) {
 }
 
 TEST(KvZipDecompress, OutputPastTheLimitIsTreatedAsNotCompressed) {
-    EXPECT_EQ(CKvZip::GetMaxDecompressedSize(), 0u);  // off by default
+    EXPECT_EQ(CKvZip::GetMaxDecompressedSize(), uint64_t{1} << 30);  // 1 GiB by default
     const Bytes plain(4 * 1024 * 1024, 'a');
     const Bytes packed = Compressed(plain, Compression_GZip);
     const struct {
@@ -206,5 +213,5 @@ TEST(KvZipDecompress, OutputPastTheLimitIsTreatedAsNotCompressed) {
         EXPECT_EQ(CKvZip::GetMaxDecompressedSize(), c.limit);
         EXPECT_EQ(Inflated(packed), c.expected) << c.limit;
     }
-    CKvZip::SetMaxDecompressedSize(0);
+    CKvZip::SetMaxDecompressedSize(uint64_t{1} << 30);
 }

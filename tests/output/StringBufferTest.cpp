@@ -125,3 +125,18 @@ TEST(StringBufferText, AppendToCopiesEveryBlockWithoutJoining) {
     CStringBuffer().AppendTo(out);
     EXPECT_EQ(out, "abcdefghijkl");
 }
+
+TEST(StringBufferTruncate, TakesBackTextAcrossBlocks) {
+    CStringBuffer buffer(4);  // three characters per block
+    buffer.Append("abcdefgh");
+    buffer.Truncate(8);  // not shorter: nothing happens
+    EXPECT_STREQ(buffer.GetText(), "abcdefgh");
+    buffer.Append("ijk");
+    buffer.Truncate(2);
+    EXPECT_EQ(buffer.GetLength(), 2u);
+    buffer.Append("XYZW");
+    EXPECT_STREQ(buffer.GetText(), "abXYZW");
+    buffer.Truncate(0);
+    buffer.Append('q');
+    EXPECT_STREQ(buffer.GetText(), "q");
+}

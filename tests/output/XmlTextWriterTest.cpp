@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <cstdlib>
+#include <new>
 #include <initializer_list>
 #include <string>
 #include <utility>
@@ -12,6 +15,22 @@
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
+
+// Allocations made by this test program, for the scaling test below.
+static std::atomic<uint64_t> g_allocations{0};
+
+void* operator new(std::size_t size) {
+    ++g_allocations;
+    if (void* p = std::malloc(size ? size : 1)) return p;
+    throw std::bad_alloc();
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    ++g_allocations;
+    return std::malloc(size ? size : 1);
+}
+void operator delete(void* p) noexcept { std::free(p); }
+void operator delete(void* p, std::size_t) noexcept { std::free(p); }
+void operator delete(void* p, const std::nothrow_t&) noexcept { std::free(p); }
 
 namespace {
 
@@ -123,7 +142,7 @@ TEST(XmlTextWriterEscape, TextAndAttributeModeRows) {
         {"say \"hi\"", "say \"hi\"", "say \"hi\"", "say &quot;hi&quot;"},
         {"a&b<c>d", "a&amp;b&lt;c&gt;d", "a&amp;b&lt;c&gt;d", "a&amp;b&lt;c&gt;d"},
         {"tab\there 'q'", "tab\there 'q'", "tab\there 'q'", "tab\there 'q'"},
-        {"\x01\x7F\x80\xE9\xFF", "\x01\x7F\x80\xE9\xFF", "\x01\x7F\x80\xE9\xFF", "\x01\x7F\x80\xE9\xFF"},
+        {"\x7F\x80\xE9\xFF", "\x7F\x80\xE9\xFF", "\x7F\x80\xE9\xFF", "\x7F\x80\xE9\xFF"},
         {"]]>", "]]&gt;", "]]&gt;", "]]&gt;"},
         {"", "", "", ""},
     };
@@ -149,11 +168,51 @@ TEST(XmlTextWriterEscape, ThroughElementsAttributesAndComments) {
     EXPECT_EQ(doc.Out(), "<!--a&lt;b\r\nc-->\r\n<r v=\"1 &lt; &quot;2&quot;&#xA;\">x &amp; y\r\nz</r>");
 }
 
-TEST(XmlTextWriterText, CdataPassesThroughUnescaped) {
-    Doc doc;
-    doc.Start("r").Text("<![CDATA[a<b & ]]>]]> tail <").End();
-    doc.Start("s").Text("<![CDATA").End();  // not a section start
-    EXPECT_EQ(doc.Out(), "<r><![CDATA[a<b & ]]>]]> tail <</r><s>&lt;![CDATA</s>");
+TEST(XmlTextWriterText, CompleteCdataSectionsPassTheRestIsEscaped) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"<![CDATA[a<b & ]]>", "<![CDATA[a<b & ]]>"},
+        {"<![CDATA[x<y]]>&]]>z", "<![CDATA[x<y]]>&amp;]]&gt;z"},
+        // A value closing its element and opening another stays text.
+        {"<![CDATA[x]]></price><price>0.01</price><![CDATA[",
+         "<![CDATA[x]]>&lt;/price&gt;&lt;price&gt;0.01&lt;/price&gt;&lt;![CDATA["},
+        {"<![CDATA[a]]>-<![CDATA[<b>]]>", "<![CDATA[a]]>-<![CDATA[<b>]]>"},
+        {"<![CDATA[open <", "&lt;![CDATA[open &lt;"},
+        {"<![CDATA", "&lt;![CDATA"},  // not a section start
+    };
+    for (const auto& [in, out] : cases) {
+        Doc doc;
+        doc.Start("r").Text(in).End();
+        EXPECT_EQ(doc.Out(), std::string("<r>") + out + "</r>") << in;
+    }
+}
+
+TEST(XmlTextWriterErrors, UnwritableCharactersAndNamesThrowBeforeWriting) {
+    const struct {
+        void (*write)(Doc&);
+        const char* message;
+    } cases[] = {
+        {[](Doc& d) { d.Text("a&b\x01"); }, "Invalid character [0x01] in the text of the element [r]"},
+        {[](Doc& d) { d.Text("<![CDATA[\x0B]]>"); }, "Invalid character [0x0B] in the text of the element [r]"},
+        {[](Doc& d) { d.Text("<![CDATA[]]><\x1F"); }, "Invalid character [0x1F] in the text of the element [r]"},
+        {[](Doc& d) { d.Attr("code", "urn:a", "<\x0C"); }, "Invalid character [0x0C] in the attribute [code]"},
+        {[](Doc& d) { d.writer.WriteComment("\x08"); }, "Invalid character [0x08] in a comment"},
+        {[](Doc& d) { d.Start("a b"); }, "The element name [a b] is not a valid XML name"},
+        {[](Doc& d) { d.Start("a><x"); }, "The element name [a><x] is not a valid XML name"},
+        {[](Doc& d) { d.Start("1a"); }, "The element name [1a] is not a valid XML name"},
+        {[](Doc& d) { d.Start(""); }, "The element name [] is not a valid XML name"},
+        {[](Doc& d) { d.Attr("x=\"1\" y", "", "v"); }, "The attribute name [x=\"1\" y] is not a valid XML name"},
+        {[](Doc& d) { d.Attr("", "", "v"); }, "The attribute name [] is not a valid XML name"},
+    };
+    for (const auto& c : cases) {
+        Doc doc;
+        doc.Start("r");
+        const std::string before = doc.Out();
+        EXPECT_KV_THROW(c.write(doc), CKvException, c.message);
+        EXPECT_EQ(doc.Out(), before) << c.message;
+    }
+    Doc fine;  // what does pass: TAB, LF, CR, DEL, high bytes, names of all kinds
+    fine.Start("_a-1.b").Attr("x\xE9:y", "", "\t\x7F").Text("\t\r\n\xFF").End();
+    EXPECT_EQ(fine.Out(), "<_a-1.b x\xE9:y=\"\t\x7F\">\t\n\xFF</_a-1.b>");
 }
 
 TEST(XmlTextWriterText, EmptyElementForms) {
@@ -226,6 +285,26 @@ TEST(XmlTextWriterNamespaces, RootDeclaresInventedThenDefaultThenSortedPending) 
               "<AA:r xmlns:AA=\"urn:e\" xmlns=\"urn:d\" xmlns:up=\"urn:B\" xmlns:m=\"urn:a\" "
               "xmlns:z=\"urn:b\" xmlns:a=\"urn:c\" xmlns:q=\"urn:once\" xmlns:hi=\"urn:\xC3\xA9\">"
               "<in/><none/><m:m/></AA:r>");
+}
+
+TEST(XmlTextWriterNamespaces, UndeclaringTheDefaultNamespaceForElementsWithoutOne) {
+    // Off, <none/> would read back in urn:d; on, it undeclares urn:d, and
+    // urn:d elements inside it need a prefix.
+    for (bool undeclare : {false, true}) {
+        Doc doc;
+        doc.writer.SetUndeclareDefaultNamespace(undeclare);
+        doc.Default("urn:d").Start("r", "urn:d").Start("none").Start("in", "urn:d").End().End();
+        doc.Start("in", "urn:d").End().End();
+        EXPECT_EQ(doc.Out(), undeclare ? "<r xmlns=\"urn:d\"><none xmlns=\"\"><AA:in xmlns:AA=\"urn:d\"/></none><in/></r>"
+                                       : "<r xmlns=\"urn:d\"><none><in/></none><in/></r>");
+        // A root without a namespace: there is nothing to undeclare, so the
+        // document's default namespace is left out.
+        Doc root;
+        root.writer.SetUndeclareDefaultNamespace(undeclare);
+        root.Default("urn:d").Ns("p", "urn:p").Start("r").Start("in", "urn:d").End().End();
+        EXPECT_EQ(root.Out(), undeclare ? "<r xmlns:p=\"urn:p\"><AA:in xmlns:AA=\"urn:d\"/></r>"
+                                        : "<r xmlns=\"urn:d\" xmlns:p=\"urn:p\"><in/></r>");
+    }
 }
 
 TEST(XmlTextWriterXsi, TypeAndNilAttributes) {
@@ -346,4 +425,30 @@ TEST(XmlTextWriterLifecycle, OpenEmptiesTheStreamAndInstancesAreCountedByName) {
     EXPECT_EQ(CInstanceMonitor::GetLiveCount("CXmlWriterContext"), 0u);
     EXPECT_EQ(CInstanceMonitor::GetLiveCount("CTextStream"), 0u);
     CInstanceMonitor::SetCounting(false);
+}
+
+TEST(XmlTextWriterNamespaces, DeclaringManyNamespacesScalesLinearly) {
+    // Every element of a deep chain, and every sibling, declares a namespace
+    // of its own. Twice the elements must take about twice the allocations
+    // (four times, and millions, if each declaration copied the scope).
+    auto allocations = [](int count, bool nested) {
+        const uint64_t before = g_allocations.load();
+        Doc doc;
+        doc.Start("r");
+        for (int i = 0; i < count; ++i) {
+            doc.Start("e", "urn:" + std::to_string(i));
+            if (!nested) doc.End();
+        }
+        for (int i = 0; i < count && nested; ++i) doc.End();
+        doc.End();
+        EXPECT_NE(doc.Out().find(nested ? "<AC:e xmlns:AC=\"urn:2\">" : "<AA:e xmlns:AA=\"urn:2\"/>"),
+                  std::string::npos);
+        return g_allocations.load() - before;
+    };
+    for (bool nested : {true, false}) {
+        const uint64_t small = allocations(10000, nested);
+        const uint64_t large = allocations(20000, nested);
+        EXPECT_LT(large, small * 5 / 2) << (nested ? "nested" : "siblings");
+        EXPECT_LT(large, 20000u * 16) << (nested ? "nested" : "siblings");
+    }
 }

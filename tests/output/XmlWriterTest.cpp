@@ -16,6 +16,7 @@ namespace {
 
 using Context = CXmlWriter::CXmlWriterContext;
 using NamespaceMap = CXmlWriter::NamespaceMap;
+const std::string kXmlUri = "http://www.w3.org/XML/1998/namespace";
 
 // The base writer with its element stack reachable; output calls do nothing.
 class ProbeWriter : public CXmlWriter {
@@ -102,25 +103,55 @@ TEST(XmlWriterContext, ChildrenShareTheScopeUntilTheyChangeIt) {
     EXPECT_TRUE(child->IsStartTagOpen());
     EXPECT_TRUE(child->InheritsFromParent());
     EXPECT_FALSE(child->OwnsMap());
-    EXPECT_EQ(&child->GetNamespaceMap(), &root->GetNamespaceMap());  // shared, not copied
 
-    writer.AddNamespace("b", "urn:b");  // copy on write in the child
+    writer.AddNamespace("b", "urn:b");
+    writer.AddNamespace("b2", "urn:a");  // shadows the root's binding
     EXPECT_FALSE(child->InheritsFromParent());
     EXPECT_TRUE(child->OwnsMap());
-    EXPECT_NE(&child->GetNamespaceMap(), &root->GetNamespaceMap());
-    EXPECT_EQ(child->GetNamespaceMapValue("urn:a"), "a");
+    EXPECT_EQ(child->GetNamespaceMapValue("urn:a"), "b2");
     EXPECT_EQ(child->GetNamespaceMapValue("urn:b"), "b");
-    EXPECT_EQ(root->GetNamespaceMap().count("urn:b"), 0u);
 
     writer.WriteStartElement("grandchild", "");
     EXPECT_EQ(writer.Current()->GetDepth(), 2u);
-    EXPECT_EQ(&writer.Current()->GetNamespaceMap(), &child->GetNamespaceMap());
+    EXPECT_EQ(writer.Current()->InventPrefix("urn:c"), "AA");
+    EXPECT_EQ(writer.Current()->GetNamespaceMapValue("urn:b"), "b");
     writer.WriteEndElement();
+    EXPECT_EQ(child->GetNamespaceMap().count("urn:c"), 0u);
     writer.WriteEndElement();
 
+    // The child's bindings ended with it; the root's came back.
     writer.WriteStartElement("sibling", "");
-    EXPECT_EQ(&writer.Current()->GetNamespaceMap(), &root->GetNamespaceMap());
-    EXPECT_EQ(writer.Current()->GetNamespaceMap().count("urn:b"), 0u);
+    EXPECT_EQ(writer.Current()->GetNamespaceMap(), (NamespaceMap{{kXmlUri, "xml"}, {"urn:a", "a"}}));
+    EXPECT_EQ(writer.Current()->InventPrefix("urn:c"), "AA");  // free again
+}
+
+TEST(XmlWriterContext, InventedPrefixesFollowTheScope) {
+    ProbeWriter writer;
+    writer.AddNamespace("AB", "urn:taken");
+    writer.WriteStartElement("root", "");
+    // Nested: each element takes the next free prefix, past the two-letter forms.
+    const int depth = 7000;
+    for (int i = 0; i < depth; ++i) {
+        writer.WriteStartElement("e", "");
+        const bool check = i % 499 == 0;
+        const std::string expected = check ? CXmlWriter::GetUniquePrefix(writer.Current()->GetNamespaceMap()) : "";
+        const std::string& invented = writer.Current()->InventPrefix("urn:" + std::to_string(i));
+        if (check) {
+            ASSERT_EQ(invented, expected) << i;
+        }
+    }
+    EXPECT_EQ(writer.Current()->GetNamespaceMapValue("urn:6998"), "NF1");  // numbered once AA..\xFFZ are taken
+    EXPECT_EQ(writer.Current()->GetNamespaceMapValue("urn:6999"), "NG1");
+    // Ending an element frees its prefix for the next sibling only.
+    writer.WriteEndElement();
+    writer.WriteStartElement("e", "");
+    EXPECT_EQ(writer.Current()->InventPrefix("urn:again"), "NG1");
+    for (int i = 0; i < depth; ++i) writer.WriteEndElement();
+    writer.WriteStartElement("e", "");
+    EXPECT_EQ(writer.Current()->InventPrefix("urn:x"), "AA");
+    writer.Current()->SetNamespaceMapValue("urn:x", "AC");  // rebinding frees AA
+    EXPECT_EQ(writer.Current()->InventPrefix("urn:y"), "AA");
+    EXPECT_EQ(writer.Current()->InventPrefix("urn:z"), "AD");
 }
 
 TEST(XmlWriterContext, DefaultNamespaceIsCopiedOnWrite) {

@@ -1,9 +1,11 @@
-# Builds and runs the consumer with the flags pkg-config gives for the staged install.
+# Builds and runs the consumer with the flags pkg-config gives for the staged
+# install, which lies elsewhere than the configured prefix: the .pc file must
+# find the tree it was installed into by itself.
 find_program(PKG_CONFIG pkg-config REQUIRED)
 file(GLOB pc_dirs ${STAGE}/lib*/pkgconfig ${STAGE}/lib/*/pkgconfig)
 string(REPLACE ";" ":" pc_path "${pc_dirs}")
 set(ENV{PKG_CONFIG_PATH} ${pc_path})
-execute_process(COMMAND ${PKG_CONFIG} --define-variable=prefix=${STAGE} --cflags --libs kvxml
+execute_process(COMMAND ${PKG_CONFIG} --cflags --libs kvxml
   OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE RESULT_VARIABLE rc)
 if(NOT rc EQUAL 0)
   message(FATAL_ERROR "pkg-config does not know kvxml")

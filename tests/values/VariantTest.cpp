@@ -13,19 +13,7 @@
 using namespace KvXmlLib10;
 using Rule = CWhitespaceUtils::WhitespaceRule;
 
-// A stand-in until the library's collection base exists: a collection is an
-// object base as far as the variant is concerned. When the real header
-// appears, the tests that need a concrete collection drop out until they
-// are given one (two definitions of the class must never meet).
-#if __has_include("kvxml/core/XmlCollectionBase.h")
-#include "kvxml/core/XmlCollectionBase.h"
-#define KVXML_COLLECTION_STAND_IN 0
-#else
-#define KVXML_COLLECTION_STAND_IN 1
-namespace KvXmlLib10 {
-class CXmlCollectionBase : public CXmlObjectBase {};
-}  // namespace KvXmlLib10
-#endif
+#include "kvxml/core/XmlCollection.h"
 
 namespace {
 
@@ -148,9 +136,8 @@ TEST(VariantObjects, EachVariantHoldsOneReference) {
     EXPECT_EQ(none.GetXmlCollection(), nullptr);
 }
 
-#if KVXML_COLLECTION_STAND_IN
 TEST(VariantObjects, CollectionsShareThroughTheObjectCount) {
-    using CountedCollection = Counted<CXmlCollectionBase>;
+    using CountedCollection = Counted<CXmlCollection>;
     int deletions = 0;
     auto* collection = new CountedCollection(&deletions);
     {
@@ -172,7 +159,6 @@ TEST(VariantObjects, CollectionsShareThroughTheObjectCount) {
     }
     EXPECT_EQ(deletions, 1);
 }
-#endif
 
 TEST(VariantGetters, ReadingAnotherTypeIsHarmless) {
     KvVariant v;

@@ -25,8 +25,10 @@ namespace KvXmlLib10 {
 
 class CXmlWriter;
 class CXmlElement;
+class CXmlCollectionBase;
 class CTextStream;
 class CXmlDocument;
+class CElement;
 
 /// When on, ToXmlFile without compression writes into the file while it
 /// serialises instead of building the document in memory first. Off at start.
@@ -73,6 +75,13 @@ public:
                                             const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext,
                                             CompressionType compression = Compression_None) const;
 
+    /// Writes this object as the document element through any writer (text
+    /// or binary), after handing the writer the context's output options.
+    /// The caller opens the writer, writes its document header and closes
+    /// it; the ToXml and ToFastInfoset entry points do exactly that.
+    void ToXmlWriter(CXmlWriter& writer,
+                     const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext) const;
+
     /// Loads a document and fills this object from its root element; the
     /// document is destroyed afterwards, on success and on failure.
     virtual void FromXmlFile(const char* fileName,
@@ -88,6 +97,11 @@ public:
                                const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext);
     /// Fills this object from an element already parsed.
     virtual void FromXmlElement(const CXmlElement* element,
+                                const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext);
+    /// Fills this object from a wildcard element: the element is written as
+    /// text (no declaration, unformatted, LF, default context) and read back
+    /// with `context`.
+    virtual void FromXmlElement(const CElement* element,
                                 const CXmlSerializationContext& context = CXmlSerializationContext::m_defaultContext);
 
     virtual ~CXmlObjectBase();
@@ -128,6 +142,22 @@ public:
     static void Choice_SelectElement(const char* name, CXmlObjectBase* value, std::string& selected);
     static void Choice_CollectionChanged(const char* name, int32_t count, std::string& selected);
     static void Choice_SetElementValid(bool valid, const char* name, std::string& selected);
+    /// Reads a collection member of a choice: nothing when count is already
+    /// above 0 or the collection consumed nothing; otherwise moves current
+    /// past what it read, checks the count (ValidateCount throws) and
+    /// increments count.
+    static void Choice_Read_Collection(CXmlCollectionBase* collection, CXmlElement* parent, CXmlElement*& current,
+                                       int32_t& count, const CXmlSerializationContext& context);
+
+    // Collection events: each calls sink->OnEvent(collection->GetBase(), type, data)
+    // with type 0 (changed, data null), 1 and 2 (adding, added: the item),
+    // 3 and 4 (removing, removed: a pointer to the index, null for -1).
+    static void FireOnCollectionChangeEvent(IEventSink* sink, CXmlCollectionBase* collection);
+    static void FireOnCollectionAddEvent(IEventSink* sink, CXmlCollectionBase* collection, void* item);
+    static void FireOnCollectionAddCompleteEvent(IEventSink* sink, CXmlCollectionBase* collection, void* item);
+    static void FireOnCollectionRemoveEvent(IEventSink* sink, CXmlCollectionBase* collection, int32_t index);
+    static void FireOnCollectionRemoveCompleteEvent(IEventSink* sink, CXmlCollectionBase* collection,
+                                                    int32_t index);
 
 protected:
     /// Writes the object's attributes; the base writes none.

@@ -88,6 +88,15 @@ public:
     /// Deletes the tree and the input; keeps the prefix map.
     virtual void Cleanup();
 
+    /// Process-wide cap on the internal entities one document may declare
+    /// (1000 by default, 0 = no cap). A DTD chaining entities into each other
+    /// is the cheapest way to make an XML parser recurse deeply; a document
+    /// over the cap is refused with CKvException "The document declares more
+    /// than N internal entities (the limit set by
+    /// CXmlDocument::SetMaxEntityDeclarations)".
+    static void SetMaxEntityDeclarations(uint32_t count);
+    static uint32_t GetMaxEntityDeclarations();
+
 private:
     friend class detail::TreeBuilder;
 

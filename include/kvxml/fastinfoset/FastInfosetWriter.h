@@ -12,6 +12,10 @@
 
 namespace KvXmlLib10 {
 
+namespace detail {
+struct ResolvedPrefix;
+}
+
 /// Receives the same calls as the text writer and writes binary XML
 /// (ITU-T X.891): repeated names and short values become table indexes,
 /// typed values take the encodings the context chooses for their ItemType.
@@ -57,7 +61,9 @@ private:
     /// start tag.
     void WriteElement();
     void CheckStartTagOpen() const;
-    const std::string& ResolvePrefix(CXmlWriterContext& context, const std::string& uri);
+    /// The prefix decided for a name ("" for none); an invented one is
+    /// queued for declaration on the pending element.
+    const std::string& PrefixOf(const detail::ResolvedPrefix& resolved, const std::string& uri);
 
     std::unique_ptr<State> m_state;
 };

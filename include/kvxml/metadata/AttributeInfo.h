@@ -20,8 +20,6 @@ class CXmlAttribute;
 
 namespace KvXmlLib10Data {
 
-using KvXmlLib10::CXmlAttribute;
-
 /// Base of every attribute descriptor; immutable and shared.
 class KVXML_API CAttributeInfo {
 public:
@@ -33,30 +31,31 @@ public:
     CAttributeInfo& operator=(const CAttributeInfo&) = delete;
 
     /// Writes the attribute of object onto the open element, or nothing.
-    virtual void AttributeToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
-                                CXmlWriter* writer) const = 0;
+    virtual void AttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                                const KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::CXmlWriter* writer) const = 0;
     /// Takes the attribute into object and returns true when it belongs to
     /// this descriptor; false leaves everything alone.
-    virtual bool AttributeFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
-                                  CXmlAttribute* attribute) = 0;
+    virtual bool AttributeFromXml(const KvXmlLib10::CXmlSerializationContext& context,
+                                  KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::CXmlAttribute* attribute) = 0;
     /// Called once after every attribute of an element was offered; found
     /// tells whether this descriptor took one.
-    virtual bool Validate(const CXmlSerializationContext& context, bool found) const = 0;
+    virtual bool Validate(const KvXmlLib10::CXmlSerializationContext& context, bool found) const = 0;
 
-    void ReadProperty(const CXmlGeneratedClass* object, KvVariant& value) const;
-    void AccessProperty(CXmlGeneratedClass* object, bool read, KvVariant& value) const;
+    void ReadProperty(const KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::KvVariant& value) const;
+    void AccessProperty(KvXmlLib10::CXmlGeneratedClass* object, bool read, KvXmlLib10::KvVariant& value) const;
     /// Same local name (exact bytes) and, unless the context ignores
     /// namespaces, the same namespace URI. Null never matches.
-    bool IsThisAttribute(const CXmlSerializationContext& context, const CXmlAttribute* attribute) const;
+    bool IsThisAttribute(const KvXmlLib10::CXmlSerializationContext& context,
+                         const KvXmlLib10::CXmlAttribute* attribute) const;
     /// The wildcard namespace rules (restriction notation "##any" ...).
     static bool IsNamespaceValid(const char* namespaceUri, const char* restriction, const char* targetNamespace);
     /// As IsNamespaceValid; throws CKvInvalidNamespaceException instead of false.
     static bool TestNamespace(const char* namespaceUri, const char* restriction, const char* targetNamespace);
     /// The namespace in which object's element is written.
-    static std::string GetTargetNamespace(const CXmlObjectBase* object);
+    static std::string GetTargetNamespace(const KvXmlLib10::CXmlObjectBase* object);
     /// Lets object write itself (its last flag false).
-    static void ToXml_Int(const CXmlObjectBase* object, CXmlWriter* writer, bool isRoot, const char* targetNamespace,
-                          const CXmlSerializationContext& context);
+    static void ToXml_Int(const KvXmlLib10::CXmlObjectBase* object, KvXmlLib10::CXmlWriter* writer, bool isRoot,
+                          const char* targetNamespace, const KvXmlLib10::CXmlSerializationContext& context);
 
     const std::string& GetAttributeName() const { return m_attributeName; }
     const std::string& GetNamespaceURI() const { return m_namespaceUri; }
@@ -78,33 +77,33 @@ private:
 class KVXML_API CAttributeInfoPrimitive : public CAttributeInfo {
 public:
     CAttributeInfoPrimitive(const char* attributeName, const char* namespaceUri, int32_t propertyId, bool optional,
-                            ItemType itemType, const char* numberFormat,
-                            CWhitespaceUtils::WhitespaceRule whitespaceRule, const CPrimitiveRestrictions& restrictions,
-                            const char* defaultValue);
+                            KvXmlLib10::ItemType itemType, const char* numberFormat,
+                            KvXmlLib10::CWhitespaceUtils::WhitespaceRule whitespaceRule,
+                            const KvXmlLib10::CPrimitiveRestrictions& restrictions, const char* defaultValue);
     ~CAttributeInfoPrimitive() override;
 
     /// An unset optional value writes nothing; an unset required one fails
     /// in the conversion. With NoOptionalAttributeDefaultOutput an optional
     /// value whose text equals the default exactly is left out.
-    void AttributeToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
-                        CXmlWriter* writer) const override;
-    bool AttributeFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
-                          CXmlAttribute* attribute) override;
+    void AttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                        const KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::CXmlWriter* writer) const override;
+    bool AttributeFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                          KvXmlLib10::CXmlAttribute* attribute) override;
     /// Throws CKvValidationException "Failed to find the required Attribute [%s]".
-    bool Validate(const CXmlSerializationContext& context, bool found) const override;
+    bool Validate(const KvXmlLib10::CXmlSerializationContext& context, bool found) const override;
     /// Throws what the facet checker throws.
-    void CheckRestriction(const KvVariant& value) const;
+    void CheckRestriction(const KvXmlLib10::KvVariant& value) const;
 
-    ItemType GetItemType() const { return m_itemType; }
+    KvXmlLib10::ItemType GetItemType() const { return m_itemType; }
     const std::string& GetNumberFormat() const { return m_numberFormat; }
-    CWhitespaceUtils::WhitespaceRule GetWhitespaceRule() const { return m_whitespaceRule; }
-    const CPrimitiveRestrictions& GetRestrictions() const { return m_restrictions; }
+    KvXmlLib10::CWhitespaceUtils::WhitespaceRule GetWhitespaceRule() const { return m_whitespaceRule; }
+    const KvXmlLib10::CPrimitiveRestrictions& GetRestrictions() const { return m_restrictions; }
 
 private:
-    ItemType m_itemType;
+    KvXmlLib10::ItemType m_itemType;
     std::string m_numberFormat;
-    CWhitespaceUtils::WhitespaceRule m_whitespaceRule;
-    CPrimitiveRestrictions m_restrictions;
+    KvXmlLib10::CWhitespaceUtils::WhitespaceRule m_whitespaceRule;
+    KvXmlLib10::CPrimitiveRestrictions m_restrictions;
 };
 
 /// An attribute holding an enumeration value as a 32-bit integer. Matches
@@ -115,16 +114,45 @@ public:
                        EnumToStringFunc enumToString, StringToEnumFunc stringToEnum, const char* defaultValue);
     ~CAttributeInfoEnum() override;
 
-    void AttributeToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
-                        CXmlWriter* writer) const override;
-    bool AttributeFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
-                          CXmlAttribute* attribute) override;
+    void AttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                        const KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::CXmlWriter* writer) const override;
+    bool AttributeFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                          KvXmlLib10::CXmlAttribute* attribute) override;
     /// Throws CKvValidationException "Failed to find the required Attribute [%s]".
-    bool Validate(const CXmlSerializationContext& context, bool found) const override;
+    bool Validate(const KvXmlLib10::CXmlSerializationContext& context, bool found) const override;
 
 private:
     EnumToStringFunc m_enumToString;
     StringToEnumFunc m_stringToEnum;
+};
+
+/// The wildcard (xs:anyAttribute): attributes whose namespace the
+/// restriction admits against the target namespace are gathered into the
+/// CAttributeCol held by the property, and written back from it. Validation
+/// always accepts.
+class KVXML_API CAttributeInfoAny : public CAttributeInfo {
+public:
+    CAttributeInfoAny(const char* attributeName, const char* namespaceUri, int32_t propertyId, bool optional,
+                      const char* defaultValue, const char* restriction, const char* targetNamespace);
+    ~CAttributeInfoAny() override;
+    /// The collection writes itself with the object's target namespace; an
+    /// unset property writes nothing.
+    void AttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                        const KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::CXmlWriter* writer) const override;
+    /// False for a namespace the restriction refuses. Throws CKvException
+    /// "Serialization Data Error : The collection should be a CAttributeCol,
+    /// it was not!" when the property holds anything else.
+    bool AttributeFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                          KvXmlLib10::CXmlAttribute* attribute) override;
+    bool Validate(const KvXmlLib10::CXmlSerializationContext& context, bool found) const override;
+
+    const std::string& GetNamespaceRestriction() const { return m_restriction; }
+    /// The namespace the restriction is read against.
+    const std::string& GetWildcardNamespace() const { return m_targetNamespace; }
+
+private:
+    std::string m_restriction;
+    std::string m_targetNamespace;
 };
 
 }  // namespace KvXmlLib10Data

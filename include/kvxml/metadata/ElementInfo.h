@@ -1,4 +1,5 @@
-// ElementInfo.h - descriptor of one child element of a generated class, its three group bases and the enumerations that steer them.
+// ElementInfo.h - descriptor of one child element of a generated class, its three group bases and the enumerations that
+// steer them.
 //
 // Generated code builds one descriptor per child element once, on the heap,
 // and hands the engine null-terminated arrays of them in document order. A
@@ -25,29 +26,12 @@ class KvVariant;
 
 namespace KvXmlLib10Data {
 
-using KvXmlLib10::CPrimitiveRestrictions;
-using KvXmlLib10::CWhitespaceUtils;
-using KvXmlLib10::CXmlElement;
-using KvXmlLib10::CXmlGeneratedClass;
-using KvXmlLib10::CXmlObjectBase;
-using KvXmlLib10::CXmlSerializationContext;
-using KvXmlLib10::CXmlWriter;
-using KvXmlLib10::ItemType;
-using KvXmlLib10::KvVariant;
-
 /// The model group of a class's content.
-enum XmlElementGroupType : int32_t {
-    GroupType_Sequence = 0,
-    GroupType_Choice = 1,
-    GroupType_All = 2
-};
+enum XmlElementGroupType : int32_t { GroupType_Sequence = 0, GroupType_Choice = 1, GroupType_All = 2 };
 
 /// Whether content has an element of its own (0) or is a pseudo element: a
 /// model group inlined into its parent's element (1).
-enum XmlElementType : int32_t {
-    ElementType_Element = 0,
-    ElementType_PseudoElement = 1
-};
+enum XmlElementType : int32_t { ElementType_Element = 0, ElementType_PseudoElement = 1 };
 
 /// Generated text of an enumeration value; may return null for an unknown value.
 typedef const char* (*EnumToStringFunc)(int32_t value);
@@ -65,66 +49,72 @@ public:
     /// The primitive form: item type, number format (null is ""), whitespace
     /// rule and facets; the only form that allows CheckRestriction.
     CElementInfo(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable,
-                 ItemType itemType, const char* numberFormat, CWhitespaceUtils::WhitespaceRule whitespaceRule,
-                 const CPrimitiveRestrictions& restrictions);
+                 KvXmlLib10::ItemType itemType, const char* numberFormat,
+                 KvXmlLib10::CWhitespaceUtils::WhitespaceRule whitespaceRule,
+                 const KvXmlLib10::CPrimitiveRestrictions& restrictions);
     virtual ~CElementInfo();
     CElementInfo(const CElementInfo&) = delete;
     CElementInfo& operator=(const CElementInfo&) = delete;
 
     /// Writes the property as zero or more child elements; false when the
     /// property was unset and nothing was written.
-    virtual bool ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
-                              CXmlWriter* writer) const = 0;
+    virtual bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                              const KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::CXmlWriter* writer) const = 0;
     /// Reads from the child under *current, stores into object and moves
     /// *current past what it consumed. True when the group may go on
     /// (consumed, or legitimately absent), false when this member did not match.
-    virtual bool ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object,
-                                CXmlElement* parent, CXmlElement** current, const char* namespaceUri,
+    virtual bool ElementFromXml(const KvXmlLib10::CXmlSerializationContext& context,
+                                KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::CXmlElement* parent,
+                                KvXmlLib10::CXmlElement** current, const char* namespaceUri,
                                 XmlElementType elementType) = 0;
     /// Called by the all-group reader after every child was offered.
     /// Sequence and choice members throw: they check while reading.
-    virtual bool Validate(const CXmlSerializationContext& context, const CXmlGeneratedClass* object, bool found,
-                          bool checkMandatory) const = 0;
+    virtual bool Validate(const KvXmlLib10::CXmlSerializationContext& context,
+                          const KvXmlLib10::CXmlGeneratedClass* object, bool found, bool checkMandatory) const = 0;
     /// Writes a pseudo-element child's attributes onto the parent's open
     /// element; nothing here.
-    virtual void PseudoChildAttributeToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
-                                           CXmlWriter* writer) const;
-    /// Whether a choice whose members are all unset may still be written or
-    /// read as empty because of this member. False here; true for the
-    /// optional members of a choice; the choice collections decide by their
-    /// minimum count.
-    virtual bool MayBeAbsentFromChoice(const CXmlGeneratedClass* object) const;
+    virtual void PseudoChildAttributeToXml(const KvXmlLib10::CXmlSerializationContext& context,
+                                           const KvXmlLib10::CXmlGeneratedClass* object,
+                                           KvXmlLib10::CXmlWriter* writer) const;
 
     /// The property through the object's accessor (read).
-    void ReadProperty(const CXmlGeneratedClass* object, KvVariant& value) const;
+    void ReadProperty(const KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::KvVariant& value) const;
     /// The object's accessor with this descriptor's property id; read false stores.
-    void AccessProperty(CXmlGeneratedClass* object, bool read, KvVariant& value) const;
+    void AccessProperty(KvXmlLib10::CXmlGeneratedClass* object, bool read, KvXmlLib10::KvVariant& value) const;
     /// Lets child fill itself from parent, starting at firstChild; returns
     /// the first child of parent it did not consume.
-    CXmlElement* FromXml_Int(CXmlObjectBase* child, CXmlElement* firstChild, CXmlElement* parent,
-                             const CXmlSerializationContext& context, bool flag) const;
+    KvXmlLib10::CXmlElement* FromXml_Int(KvXmlLib10::CXmlObjectBase* child, KvXmlLib10::CXmlElement* firstChild,
+                                         KvXmlLib10::CXmlElement* parent,
+                                         const KvXmlLib10::CXmlSerializationContext& context, bool flag) const;
     /// Lets child write its attributes onto the open element.
-    void AttributesToXml_Int(const CXmlObjectBase* child, CXmlWriter* writer,
-                             const CXmlSerializationContext& context) const;
+    void AttributesToXml_Int(const KvXmlLib10::CXmlObjectBase* child, KvXmlLib10::CXmlWriter* writer,
+                             const KvXmlLib10::CXmlSerializationContext& context) const;
 
     /// Shared writer of the primitive kinds: facets are checked before the
     /// element starts, so a violation leaves nothing written.
-    bool ElementToXmlPrim(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
-                          CXmlWriter* writer) const;
+    bool ElementToXmlPrim(const KvXmlLib10::CXmlSerializationContext& context,
+                          const KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::CXmlWriter* writer) const;
     /// Shared writer of the enumeration kinds (no facet check).
-    bool ElementToXmlEnum(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
-                          CXmlWriter* writer, EnumToStringFunc enumToString) const;
+    bool ElementToXmlEnum(const KvXmlLib10::CXmlSerializationContext& context,
+                          const KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::CXmlWriter* writer,
+                          EnumToStringFunc enumToString) const;
     /// Shared writer of the class kinds: the child writes itself.
-    bool ElementToXmlCls(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
-                         CXmlWriter* writer, bool flag) const;
+    bool ElementToXmlCls(const KvXmlLib10::CXmlSerializationContext& context,
+                         const KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::CXmlWriter* writer, bool flag) const;
+    /// Shared writer of the collection kinds: an empty (or absent) collection
+    /// writes nothing and answers false; otherwise each item writes itself in
+    /// the descriptor's namespace.
+    bool ElementToXmlCol(const KvXmlLib10::CXmlSerializationContext& context,
+                         const KvXmlLib10::CXmlGeneratedClass* object, KvXmlLib10::CXmlWriter* writer) const;
 
     /// Facet check of a value about to be written. Throws what the facet
     /// checker throws, or CKvException "Cannot CheckRestriction for type: ..."
     /// on a descriptor built without primitive info.
-    void CheckRestriction(const KvVariant& value) const;
+    void CheckRestriction(const KvXmlLib10::KvVariant& value) const;
     /// Same local name (exact bytes) and, unless the context ignores
     /// namespaces, the same namespace URI. Null never matches.
-    bool IsThisElement(const CXmlSerializationContext& context, const CXmlElement* element) const;
+    bool IsThisElement(const KvXmlLib10::CXmlSerializationContext& context,
+                       const KvXmlLib10::CXmlElement* element) const;
     /// Namespace given to a new wildcard element: restriction, the namespace
     /// the engine supplies, the wildcard's own namespace.
     static std::string GetAnyDefaultNamespace(const char* restriction, const char* first, const char* second);
@@ -132,10 +122,10 @@ public:
     const std::string& GetElementName() const { return m_elementName; }
     const std::string& GetNamespaceURI() const { return m_namespaceUri; }
     int32_t GetPropertyId() const { return m_propertyId; }
-    const CPrimitiveRestrictions& GetRestrictions() const { return m_restrictions; }
-    ItemType GetItemType() const { return m_itemType; }
+    const KvXmlLib10::CPrimitiveRestrictions& GetRestrictions() const { return m_restrictions; }
+    KvXmlLib10::ItemType GetItemType() const { return m_itemType; }
     const std::string& GetNumberFormat() const { return m_numberFormat; }
-    CWhitespaceUtils::WhitespaceRule GetWhitespaceRule() const { return m_whitespaceRule; }
+    KvXmlLib10::CWhitespaceUtils::WhitespaceRule GetWhitespaceRule() const { return m_whitespaceRule; }
     bool IsNillable() const { return m_nillable; }
     bool HasPrimitiveInfo() const { return m_hasPrimitiveInfo; }
 
@@ -143,10 +133,10 @@ private:
     std::string m_elementName;
     std::string m_namespaceUri;
     int32_t m_propertyId;
-    CPrimitiveRestrictions m_restrictions;
-    ItemType m_itemType;
+    KvXmlLib10::CPrimitiveRestrictions m_restrictions;
+    KvXmlLib10::ItemType m_itemType;
     std::string m_numberFormat;
-    CWhitespaceUtils::WhitespaceRule m_whitespaceRule;
+    KvXmlLib10::CWhitespaceUtils::WhitespaceRule m_whitespaceRule;
     bool m_nillable;
     bool m_hasPrimitiveInfo;
 };
@@ -168,10 +158,8 @@ public:
     ~CElementInfoChoice() override;
 
     /// Throws CKvException "Not implemented, should never be called".
-    bool Validate(const CXmlSerializationContext& context, const CXmlGeneratedClass* object, bool found,
-                  bool checkMandatory) const override;
-    /// True: every member of a choice may be absent.
-    bool MayBeAbsentFromChoice(const CXmlGeneratedClass* object) const override;
+    bool Validate(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                  bool found, bool checkMandatory) const override;
 };
 
 /// Member of an xs:sequence.
@@ -182,8 +170,8 @@ public:
     ~CElementInfoSeq() override;
 
     /// Throws CKvException "Not implemented, should never be called".
-    bool Validate(const CXmlSerializationContext& context, const CXmlGeneratedClass* object, bool found,
-                  bool checkMandatory) const override;
+    bool Validate(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                  bool found, bool checkMandatory) const override;
 };
 
 /// Abstract intermediate base of the single-valued all-group members.

@@ -14,10 +14,11 @@ public:
     CElementInfoSeqEnumMnd(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable,
                            EnumToStringFunc enumToString, StringToEnumFunc stringToEnum);
     ~CElementInfoSeqEnumMnd() override;
-    bool ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
-                      CXmlWriter* writer) const override;
-    bool ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement* parent,
-                        CXmlElement** current, const char* namespaceUri, XmlElementType elementType) override;
+    bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                      KvXmlLib10::CXmlWriter* writer) const override;
+    bool ElementFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                        KvXmlLib10::CXmlElement* parent, KvXmlLib10::CXmlElement** current, const char* namespaceUri,
+                        XmlElementType elementType) override;
 
 private:
     EnumToStringFunc m_enumToString;
@@ -30,10 +31,11 @@ public:
     CElementInfoSeqEnumOpt(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable,
                            EnumToStringFunc enumToString, StringToEnumFunc stringToEnum);
     ~CElementInfoSeqEnumOpt() override;
-    bool ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
-                      CXmlWriter* writer) const override;
-    bool ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement* parent,
-                        CXmlElement** current, const char* namespaceUri, XmlElementType elementType) override;
+    bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                      KvXmlLib10::CXmlWriter* writer) const override;
+    bool ElementFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                        KvXmlLib10::CXmlElement* parent, KvXmlLib10::CXmlElement** current, const char* namespaceUri,
+                        XmlElementType elementType) override;
 
 private:
     EnumToStringFunc m_enumToString;
@@ -46,14 +48,15 @@ public:
     CElementInfoAllEnumMnd(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable,
                            EnumToStringFunc enumToString, StringToEnumFunc stringToEnum);
     ~CElementInfoAllEnumMnd() override;
-    bool ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
-                      CXmlWriter* writer) const override;
-    bool ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement* parent,
-                        CXmlElement** current, const char* namespaceUri, XmlElementType elementType) override;
+    bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                      KvXmlLib10::CXmlWriter* writer) const override;
+    bool ElementFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                        KvXmlLib10::CXmlElement* parent, KvXmlLib10::CXmlElement** current, const char* namespaceUri,
+                        XmlElementType elementType) override;
     /// Throws CKvValidationException "Failed to find the mandatory element [%s]"
     /// when not found and checkMandatory is set.
-    bool Validate(const CXmlSerializationContext& context, const CXmlGeneratedClass* object, bool found,
-                  bool checkMandatory) const override;
+    bool Validate(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                  bool found, bool checkMandatory) const override;
 
 private:
     EnumToStringFunc m_enumToString;
@@ -66,13 +69,14 @@ public:
     CElementInfoAllEnumOpt(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable,
                            EnumToStringFunc enumToString, StringToEnumFunc stringToEnum);
     ~CElementInfoAllEnumOpt() override;
-    bool ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
-                      CXmlWriter* writer) const override;
-    bool ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement* parent,
-                        CXmlElement** current, const char* namespaceUri, XmlElementType elementType) override;
+    bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                      KvXmlLib10::CXmlWriter* writer) const override;
+    bool ElementFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                        KvXmlLib10::CXmlElement* parent, KvXmlLib10::CXmlElement** current, const char* namespaceUri,
+                        XmlElementType elementType) override;
     /// Always true.
-    bool Validate(const CXmlSerializationContext& context, const CXmlGeneratedClass* object, bool found,
-                  bool checkMandatory) const override;
+    bool Validate(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                  bool found, bool checkMandatory) const override;
 
 private:
     EnumToStringFunc m_enumToString;
@@ -85,10 +89,11 @@ public:
     CElementInfoChoiceEnumOpt(const char* elementName, const char* namespaceUri, int32_t propertyId, bool nillable,
                               EnumToStringFunc enumToString, StringToEnumFunc stringToEnum);
     ~CElementInfoChoiceEnumOpt() override;
-    bool ElementToXml(const CXmlSerializationContext& context, const CXmlGeneratedClass* object,
-                      CXmlWriter* writer) const override;
-    bool ElementFromXml(const CXmlSerializationContext& context, CXmlGeneratedClass* object, CXmlElement* parent,
-                        CXmlElement** current, const char* namespaceUri, XmlElementType elementType) override;
+    bool ElementToXml(const KvXmlLib10::CXmlSerializationContext& context, const KvXmlLib10::CXmlGeneratedClass* object,
+                      KvXmlLib10::CXmlWriter* writer) const override;
+    bool ElementFromXml(const KvXmlLib10::CXmlSerializationContext& context, KvXmlLib10::CXmlGeneratedClass* object,
+                        KvXmlLib10::CXmlElement* parent, KvXmlLib10::CXmlElement** current, const char* namespaceUri,
+                        XmlElementType elementType) override;
 
 private:
     EnumToStringFunc m_enumToString;

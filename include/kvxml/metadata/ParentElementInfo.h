@@ -21,7 +21,7 @@ public:
     /// simple content as an unconverted string on reading.
     CParentElementInfo(XmlElementGroupType groupType, XmlElementType elementType, const char* elementName,
                        const char* namespaceUri, bool nillable, bool writeTypeAttribute, int32_t valuePropertyId,
-                       ItemType valueItemType, const char* valueFormat, bool rawText);
+                       KvXmlLib10::ItemType valueItemType, const char* valueFormat, bool rawText);
     virtual ~CParentElementInfo();
     CParentElementInfo(const CParentElementInfo&) = delete;
     CParentElementInfo& operator=(const CParentElementInfo&) = delete;
@@ -35,7 +35,7 @@ public:
     bool IsNillable() const { return m_nillable; }
     bool GetWriteTypeAttribute() const { return m_writeTypeAttribute; }
     int32_t GetValuePropertyId() const { return m_valuePropertyId; }
-    ItemType GetValueItemType() const { return m_valueItemType; }
+    KvXmlLib10::ItemType GetValueItemType() const { return m_valueItemType; }
     const std::string& GetValueFormat() const { return m_valueFormat; }
     bool IsRawText() const { return m_rawText; }
     /// Whether the class carries simple content of its own.
@@ -49,7 +49,7 @@ private:
     bool m_nillable;
     bool m_writeTypeAttribute;
     int32_t m_valuePropertyId;
-    ItemType m_valueItemType;
+    KvXmlLib10::ItemType m_valueItemType;
     std::string m_valueFormat;
     bool m_rawText;
 };

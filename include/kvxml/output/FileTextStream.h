@@ -1,7 +1,6 @@
 // FileTextStream.h - a text stream that drains its buffered text into a file.
 #pragma once
 
-#include <cstdio>
 #include <memory>
 #include <string>
 
@@ -12,6 +11,10 @@
 
 namespace KvXmlLib10 {
 
+namespace detail {
+class ReplacingFile;
+}
+
 /// Writes the text in the stream's encoding as it is flushed, so that a
 /// document is never held whole in memory. The file holds exactly the bytes
 /// a memory stream of the same encoding would deliver, after FF FE for
@@ -19,14 +22,16 @@ namespace KvXmlLib10 {
 class KVXML_API CFileTextStream : public CTextStream {
 public:
     CFileTextStream(const char* fileName, XmlEncoding encoding);
-    /// Closes the file if still open, without flushing.
+    /// Without a successful Close, removes what was written and leaves any
+    /// earlier file of that name as it was.
     ~CFileTextStream() override;
 
     /// Empties the text, creates or truncates the file and writes the
     /// byte-order mark. Throws CKvException "Failed to write data to the
     /// file [%s]" with the file name on failure.
     void Open() override;
-    /// Flushes, then closes the file. Throws as Flush does.
+    /// Flushes, closes the file and puts it in place of the target. Throws
+    /// as Flush does.
     void Close() override;
     /// Encodes the buffered text, writes it and empties the buffer; nothing
     /// when the buffer is empty. Throws CKvException "Failed to write data
@@ -35,9 +40,6 @@ public:
     void Flush() override;
 
 private:
-    struct FileCloser {
-        void operator()(std::FILE* file) const;
-    };
 
     /// Writes the buffered text; unless `all`, an incomplete trailing
     /// multibyte character stays buffered for the next call.
@@ -45,7 +47,9 @@ private:
 
     std::string m_fileName;
     CBinaryData m_pending;  // encoded bytes on their way to the file
-    std::unique_ptr<std::FILE, FileCloser> m_file;
+    // Written beside the target and renamed over it at Close, so a failed
+    // document never replaces an existing file.
+    std::unique_ptr<detail::ReplacingFile> m_file;
 };
 
 }  // namespace KvXmlLib10

@@ -22,14 +22,17 @@ public:
     static void Compress(unsigned char** data, uint32_t* length, CompressionType type);
     /// Compress on the bytes of a value; an empty value is left alone.
     static void CompressData(CBinaryData& data, CompressionType type);
-    /// Inflates a complete gzip or zlib stream in place. Anything else
-    /// (plain text, Fast Infoset, truncated or corrupt streams, or output
-    /// beyond the size limit) is left exactly as it was; never throws.
+    /// Inflates a complete zlib stream, or every member of a gzip stream
+    /// (members may be concatenated, as zcat reads them), in place; bytes
+    /// after them are dropped. Anything else (plain text, Fast Infoset,
+    /// truncated or corrupt streams, or output beyond the size limit) is left
+    /// exactly as it was; never throws. CXmlDocument, unlike this call,
+    /// refuses input over the limit or with bytes after the stream.
     static void Decompress(unsigned char** data, uint32_t* length);
 
     /// Process-wide cap on the inflated size in bytes, against decompression
-    /// bombs; 0 (the default) means no cap. Larger output is treated as not
-    /// compressed. The output never exceeds 4 GiB - 1 in any case.
+    /// bombs: 1 GiB by default, 0 means no cap. Larger output is treated as
+    /// not compressed. The output never exceeds 4 GiB - 1 in any case.
     static void SetMaxDecompressedSize(uint64_t bytes);
     static uint64_t GetMaxDecompressedSize();
 };

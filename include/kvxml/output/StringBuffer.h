@@ -56,6 +56,9 @@ public:
     /// no join).
     void AppendTo(std::string& out) const;
 
+    /// Drops the text after the first `length` characters (nothing if the
+    /// text is not longer).
+    void Truncate(size_t length);
     /// Frees every block.
     void Clear();
     /// Empties the text, keeping one standard block for reuse.

@@ -37,6 +37,10 @@ public:
     void Append(const std::string& text) { m_buffer.Append(text); }
     void Append(const char* text, size_t length) { m_buffer.Append(text, length); }
 
+    /// Takes back text appended since GetLength() was `length`, as long
+    /// as no Flush came in between.
+    void Truncate(size_t length) { m_buffer.Truncate(length); }
+
     std::string GetText() const;
     size_t GetLength() const { return m_buffer.GetLength(); }
     XmlEncoding GetEncoding() const { return m_encoding; }

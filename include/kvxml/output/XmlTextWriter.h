@@ -51,8 +51,11 @@ public:
     void WritePI(const std::string& text) override;
     void WriteInlineSchema(const std::string& text) override;
     void WriteStartElement(const std::string& localName, const std::string& namespaceUri) override;
-    /// Empty text writes nothing; text starting with "<![CDATA[" is written
-    /// unescaped.
+    /// Empty text writes nothing. In text starting with "<![CDATA[" the
+    /// complete CDATA sections are written as they are and the rest is
+    /// escaped. Control characters other than TAB, LF and CR throw
+    /// CKvException before any of the text is written (here, in attribute
+    /// values and in comments); so do names that are not XML names.
     void WriteString(const std::string& text, ItemType type) override;
     void WriteEndElement() override;
     /// The three attribute operations throw CKvException "Attributes must be
@@ -64,19 +67,26 @@ public:
     void WriteAttributeNil() override;
 
 private:
+    /// Appends the text (up to its NUL) escaped; on failure takes the
+    /// stream back to `mark`.
+    void AppendEscaped(const char* text, bool isAttribute, size_t mark, const char* where,
+                       const std::string& name);
+    /// Escapes the text into the scratch text, keeping its complete CDATA
+    /// sections.
+    void EscapeWithSections(const std::string& text, const std::string& name);
+    const std::string& CurrentElementName() const;
     void FlushCheck();
     void AppendEol() { m_stream.Append(m_eol); }
     void AppendIndent(uint32_t depth);
     void CheckStartTagOpen() const;
-    /// The prefix of uri in the context's scope; binds an invented one
-    /// (and sets `invented`) when there is none.
-    const std::string& ResolvePrefix(CXmlWriterContext& context, const std::string& uri,
-                                     bool& invented);
+    /// " xmlns:prefix=\"uri\"", or " xmlns=\"uri\"" for prefix "".
+    void AppendDeclaration(const std::string& prefix, const std::string& uri);
 
     std::string m_eol;
     EOLType m_eolType;
     bool m_format;
     CTextStream& m_stream;
+    std::string m_scratch;  // reused for texts with CDATA sections
 };
 
 }  // namespace KvXmlLib10

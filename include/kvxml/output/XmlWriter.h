@@ -2,14 +2,20 @@
 //
 // The serialisation engine only announces namespaces and writes names with
 // their namespace URIs; the writer decides the prefixes. One context per
-// open element carries the element's namespace scope, shared with its
-// parent until the element changes it (copy on write).
+// open element carries the element's namespace scope. The open elements
+// share one namespace map: an element that binds a prefix changes the map
+// in place and takes the change back when it ends, so declaring a
+// namespace costs the same at any depth and with any number in scope.
 #pragma once
 
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "kvxml/foundation/Export.h"
 #include "kvxml/foundation/InstanceMonitor.h"
@@ -30,30 +36,36 @@ public:
     class KVXML_API CXmlWriterContext : public CInstanceMonitor {
     public:
         /// Root context: its scope starts as a copy of `pendingMap` (null:
-        /// empty) and `defaultNamespace`. Takes ownership of `parent`.
+        /// empty) and `defaultNamespace`; it owns the map that the
+        /// elements inside it share. Takes ownership of `parent`.
         CXmlWriterContext(const std::string& localName, const std::string& namespaceUri,
                           const std::string& defaultNamespace, const NamespaceMap* pendingMap,
                           CXmlWriterContext* parent);
-        /// Child context: shares the parent's scope until it changes it.
+        /// Child context: in the parent's scope until it changes it.
         /// Takes ownership of `parent` (and so of the chain above it).
         CXmlWriterContext(const std::string& localName, const std::string& namespaceUri,
                           CXmlWriterContext* parent);
-        /// Deletes the whole parent chain too (iteratively, any depth).
+        /// Takes back this element's scope changes, then deletes the whole
+        /// parent chain too (iteratively, any depth).
         ~CXmlWriterContext() override;
         CXmlWriterContext(const CXmlWriterContext&) = delete;
         CXmlWriterContext& operator=(const CXmlWriterContext&) = delete;
 
-        /// The effective scope: this context's own map, or the nearest
-        /// enclosing one it shares. Never copies.
+        /// The namespace map in effect at the innermost open element (the
+        /// map the open elements share; an enclosing element sees its own
+        /// scope again once the elements inside it have ended).
         NamespaceMap& GetNamespaceMap() const;
         const std::string& GetDefaultNamespace() const;
-        /// Binds uri -> prefix in this element's scope (copying the shared
-        /// scope first if this context still shares its parent's).
+        /// Binds uri -> prefix for this element and the elements inside it.
         void SetNamespaceMapValue(const std::string& uri, const std::string& prefix);
-        /// Sets the default namespace of this element's scope (copy on write).
+        /// Binds uri to the first invented prefix free in scope (see
+        /// GetUniquePrefix) and returns that prefix.
+        const std::string& InventPrefix(const std::string& uri);
+        /// Sets the default namespace of this element's scope.
         void SetDefaultNamespace(const std::string& uri);
-        /// The prefix bound to uri in the effective scope; an unknown uri is
-        /// inserted with an empty prefix, into the scope it shares.
+        /// The prefix bound to uri in scope; an unknown uri is inserted with
+        /// an empty prefix. The reference is for reading: bind prefixes with
+        /// SetNamespaceMapValue.
         std::string& GetNamespaceMapValue(const std::string& uri) const;
         std::string& GetNamespaceMapValue(const char* uri) const;
 
@@ -68,13 +80,19 @@ public:
         /// A free flag for the concrete writer (false at creation).
         bool GetFlag() const { return m_flag; }
         void SetFlag(bool flag) { m_flag = flag; }
+        /// True until the element changes its scope (never for the root).
         bool InheritsFromParent() const { return m_inheritsFromParent; }
+        /// The opposite: the root, or an element that changed its scope.
         bool OwnsMap() const { return m_ownsMap; }
 
     private:
         friend class CXmlWriter;
 
-        void CopyScopeOnWrite();
+        void MarkScopeChanged();
+        /// Counts prefixes in use in the shared map (owner only).
+        void CountPrefix(const std::string& prefix);
+        void UncountPrefix(const std::string& prefix);
+        void UndoScopeChanges();
 
         uint32_t m_childCount;
         bool m_startTagOpen;
@@ -84,13 +102,20 @@ public:
         CXmlWriterContext* m_parent;
         bool m_flag;
         std::string m_defaultNamespace;
-        std::unique_ptr<NamespaceMap> m_namespaceMap;
+        std::unique_ptr<NamespaceMap> m_namespaceMap;  // the root's, shared below it
         bool m_inheritsFromParent;
         bool m_ownsMap;
-        // The context whose map and default namespace are in effect here
-        // (this one once it owns a map). Scope changes are made on the
-        // innermost open element, so the ancestor it points to stays valid.
+        // The context whose default namespace is in effect here (this one
+        // once it set its own), and the one owning the shared map.
         CXmlWriterContext* m_scope;
+        CXmlWriterContext* m_mapOwner;
+        // Bindings this element replaced (uri, earlier prefix or none),
+        // restored in reverse order when it ends.
+        std::vector<std::pair<std::string, std::optional<std::string>>> m_shadowed;
+        // Owner only: how many URIs each prefix is bound to, and a number
+        // below which every invented prefix is taken.
+        std::unique_ptr<std::unordered_map<std::string, uint32_t>> m_prefixUse;
+        int64_t m_lowestFreePrefix;
     };
 
     /// `className` is the concrete writer's name for instance counting.
@@ -123,6 +148,13 @@ public:
                                     const std::string& typeLocalName, ItemType type) = 0;
     virtual void WriteAttributeNil() = 0;
 
+    /// Off (the default): an element without a namespace inside a
+    /// non-empty default namespace is written unprefixed and without
+    /// xmlns="", so a reader takes it to be in the default namespace. On:
+    /// such an element undeclares the default namespace (xmlns="").
+    void SetUndeclareDefaultNamespace(bool undeclare) { m_undeclareDefault = undeclare; }
+    bool GetUndeclareDefaultNamespace() const { return m_undeclareDefault; }
+
     /// The invented prefix number n: two characters, 'A' + n / 26 then
     /// 'A' + n % 26 ("AA", "AB", ... "ZZ", then past 'Z').
     static std::string NsIntToString(int32_t n);
@@ -143,6 +175,7 @@ private:
     std::string m_defaultNamespace;
     CXmlWriterContext* m_currentContext;
     NamespaceMap m_pendingNamespaces;
+    bool m_undeclareDefault;
 };
 
 }  // namespace KvXmlLib10

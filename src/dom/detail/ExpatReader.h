@@ -42,6 +42,10 @@ public:
     static void XMLCALL FnText(void* userData, const char* text, int length);
     static void XMLCALL FnStartCDATA(void* userData);
     static void XMLCALL FnEndCDATA(void* userData);
+    static void XMLCALL FnEntityDecl(void* userData, const XML_Char* name, int isParameterEntity,
+                                     const XML_Char* value, int valueLength, const XML_Char* base,
+                                     const XML_Char* systemId, const XML_Char* publicId,
+                                     const XML_Char* notationName);
 
     /// Bytes handed to expat per call while it keeps making progress.
     static constexpr std::size_t kChunkSize = 64 * 1024;
@@ -59,6 +63,7 @@ private:
     void Text(const char* text, int length);
     void StartNamespace(const char* prefix, const char* uri);
     void AppendLiteral(const char* text, std::size_t length);
+    void CountEntity();
     const detail::QualifiedName& ResolveName(const char* raw);
 
     detail::TreeBuilder m_builder;
@@ -67,6 +72,8 @@ private:
     std::unique_ptr<XML_ParserStruct, ParserDeleter> m_parser;
     std::exception_ptr m_error;
     uint64_t m_events = 0;
+    uint32_t m_entityLimit = 0;  // 0: not counted
+    uint32_t m_entities = 0;
 };
 
 }  // namespace KvXmlLib10

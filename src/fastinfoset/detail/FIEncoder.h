@@ -12,7 +12,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <unordered_map>
+#include <vector>
 
 #include "kvxml/fastinfoset/FastInfosetContext.h"
 #include "kvxml/fastinfoset/FIVocabulary.h"
@@ -43,6 +43,28 @@ using FIEncoding = CFastInfosetContext::EncodedCharacterString;
 
 /// The declaration text of FInfoDecl values 1 to 9; null otherwise.
 const char* FInfoDeclarationText(int32_t decl);
+
+/// Qualified name -> table index by one hash over the three parts; the
+/// vocabulary entry confirms every hit, so a hash collision costs only a
+/// miss. Holds at most kMaxEntries names (further ones take the slow path).
+class FINameCache {
+public:
+    static constexpr std::size_t kMaxEntries = std::size_t{1} << 16;
+
+    static uint64_t Hash(const FIQName& name, bool hasPrefix);
+    /// The cached index for the name with this hash, or 0.
+    uint32_t Find(uint64_t hash, const FIQName& name, bool hasPrefix, const CFIVocabulary& vocabulary,
+                  const CFIQNameTable& table) const;
+    void Add(uint64_t hash, uint32_t index);
+
+private:
+    struct Slot {
+        uint64_t hash = 0;
+        uint32_t index = 0;  // 0: empty
+    };
+    std::vector<Slot> m_slots = std::vector<Slot>(64);
+    std::size_t m_used = 0;
+};
 
 class FIEncoder {
 public:
@@ -119,7 +141,7 @@ private:
     /// UTF-8, else a conversion held until the next call.
     const unsigned char* ToUtf8(const char* text, std::size_t& length);
     void QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& name, CFIQNameTable& table,
-                       bool elementIndex, std::unordered_map<std::string, uint32_t>& cache);
+                       bool elementIndex, FINameCache& cache);
     void WriteNameIndex(uint8_t bits, uint32_t index, bool elementIndex);
 
     FIOctetSink& m_sink;
@@ -134,11 +156,9 @@ private:
     std::string m_utf8;
     std::string m_packed;
     std::string m_key;
-    // Name -> index, one lookup per name instead of one per part and one for
-    // the triple; filled only with indexes the vocabulary holds.
-    std::unordered_map<std::string, uint32_t> m_elementIndexes;
-    std::unordered_map<std::string, uint32_t> m_attributeIndexes;
-    std::string m_nameKey;
+    // One lookup per name instead of one per part and one for the triple.
+    FINameCache m_elementIndexes;
+    FINameCache m_attributeIndexes;
 };
 
 }  // namespace KvXmlLib10::detail

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <string>
 
 #include "kvxml/output/OutputEnums.h"
 
@@ -21,6 +22,33 @@ using OutputFile = std::unique_ptr<std::FILE, FileCloser>;
 inline OutputFile OpenOutputFile(const char* fileName) {
     return OutputFile(std::fopen(fileName ? fileName : "", "wt"));
 }
+
+/// A file written beside its target and put in its place only once it is
+/// complete, so a write that fails half way leaves the old file untouched.
+/// Targets that are not regular files (devices, pipes, symbolic links) are
+/// written in place, as before. Not committed: the partial file is removed.
+class ReplacingFile {
+public:
+    explicit ReplacingFile(const char* fileName) : m_target(fileName ? fileName : "") {}
+    ~ReplacingFile() { Discard(); }
+    ReplacingFile(const ReplacingFile&) = delete;
+    ReplacingFile& operator=(const ReplacingFile&) = delete;
+
+    /// Creates the file to write (readable and writable as the umask
+    /// allows, like a new file); false on failure.
+    [[nodiscard]] bool Open();
+    std::FILE* Get() const { return m_file.get(); }
+    /// Closes the file and moves it over the target; false (and nothing
+    /// replaced) when either fails.
+    [[nodiscard]] bool Commit();
+    /// Closes and removes an uncommitted file.
+    void Discard();
+
+private:
+    std::string m_target;
+    std::string m_temporary;  // empty when writing in place
+    OutputFile m_file;
+};
 
 /// Writes all bytes in one call; an empty buffer succeeds trivially.
 [[nodiscard]] inline bool WriteBytes(std::FILE* file, const unsigned char* bytes, uint32_t length) {

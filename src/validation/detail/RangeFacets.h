@@ -54,8 +54,5 @@ bool RangeFacetsHold(const T& value, const CPrimitiveRestrictions& r, Parse pars
            meets(r.minExclusive, false, false, true) && meets(r.maxExclusive, true, false, false);
 }
 
-// The name as messages quote it.
-inline const char* NameOrEmpty(const char* name) { return name != nullptr ? name : ""; }
-
 }  // namespace detail
 }  // namespace KvXmlLib10

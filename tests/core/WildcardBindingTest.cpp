@@ -1,0 +1,132 @@
+// WildcardBindingTest.cpp - a document with extension points read and written through the envelope binding: every
+// wildcard kind, open attributes, extra root attributes from the context and reading from a wildcard element.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "bindings/Envelope.h"
+#include "kvxml/dom/XmlDocument.h"
+#include "support/KvTestSupport.h"
+
+using namespace KvXmlLib10;
+using kvbind::CEnvelope;
+
+namespace {
+
+const char kDocument[] =
+    "<e:envelope xmlns:e='urn:kvxml:test:envelope' xmlns:h='urn:kvxml:test:h' xmlns:x='urn:kvxml:test:x'"
+    " h:trace='1' lang='en'>"
+    "<e:id>42</e:id><h:header a='1'><h:to>bob</h:to></h:header><e:note>hi <b/></e:note><local>plain</local>"
+    "<x:ext/><e:tail/><h:more>m</h:more></e:envelope>";
+
+const char kWritten[] =
+    "<envelope xmlns=\"urn:kvxml:test:envelope\" xmlns:h=\"urn:kvxml:test:h\" xmlns:x=\"urn:kvxml:test:x\""
+    " h:trace=\"1\" lang=\"en\"><id>42</id><h:header a=\"1\"><h:to>bob</h:to></h:header><note><b/>hi </note>"
+    "<local>plain</local><x:ext/><tail/><h:more>m</h:more></envelope>";
+
+CXmlSerializationContext Aliased() {
+    CXmlSerializationContext context;
+    context.SetDefaultNamespaceURI("urn:kvxml:test:envelope");
+    context.GetNamespaceAliases().Add("h", "urn:kvxml:test:h");
+    context.GetNamespaceAliases().Add("x", "urn:kvxml:test:x");
+    return context;
+}
+
+TEST(BindingEnvelope, ExtensionPointsSurviveARoundTrip) {
+    const CXmlSerializationContext context = Aliased();
+    CEnvelope envelope;
+    envelope.FromXml(kDocument, context);
+    EXPECT_EQ(envelope.id, "42");
+    EXPECT_EQ(envelope.GetHeader()->GetElementName(), "header");
+    EXPECT_EQ(envelope.GetNote()->GetElements()->Item(0)->GetElementName(), "b");
+    EXPECT_EQ(envelope.GetLocal()->GetText(), "plain");
+    EXPECT_EQ(envelope.GetListed()->GetNamespace(), "urn:kvxml:test:x");
+    EXPECT_EQ(envelope.Rest().GetCount(), 2);
+    EXPECT_EQ(envelope.Attributes().GetCount(), 2);
+    EXPECT_EQ(envelope.Attributes().Item(0)->GetNamespace(), "urn:kvxml:test:h");
+
+    const std::string written = envelope.ToXml(false, false, EOL_LF, context);
+    EXPECT_EQ(written, kWritten);
+    CEnvelope again;
+    again.FromXml(written.c_str(), context);
+    EXPECT_EQ(again.ToXml(false, false, EOL_LF, context), kWritten);
+
+    // The whole document as a wildcard element, read back into the binding.
+    CXmlDocument document(context);
+    document.LoadXml(kDocument);
+    CElement any("AnyElement");
+    any.CopyXmlElement(document.GetDocumentElement());
+    CEnvelope fromElement;
+    fromElement.FromXmlElement(&any, context);
+    EXPECT_EQ(fromElement.ToXml(false, false, EOL_LF, context), kWritten);
+}
+
+TEST(BindingEnvelope, WildcardsRefuseWhatTheirRestrictionExcludes) {
+    const char* const cases[][2] = {
+        // The ##other member cannot take an element of the target namespace.
+        {"<e:envelope xmlns:e='urn:kvxml:test:envelope'><e:id/><e:header/></e:envelope>",
+         "Failed to find the required element from namespace []"},
+        {"<e:envelope xmlns:e='urn:kvxml:test:envelope' e:own='1'><e:id/><h/></e:envelope>",
+         "Unexpected Attribute [own] found."},
+        {"<e:envelope xmlns:e='urn:kvxml:test:envelope'><e:id/></e:envelope>",
+         "Failed to find a required element [AnyElement]"},
+    };
+    for (const auto& c : cases) {
+        CEnvelope envelope;
+        try {
+            envelope.FromXml(c[0]);
+            ADD_FAILURE() << c[0];
+        } catch (const CKvException& error) {
+            EXPECT_NE(error.GetFullMessage().find(c[1]), std::string::npos) << error.GetFullMessage();
+        }
+    }
+}
+
+TEST(BindingEnvelope, ContextAddsRootAttributesFromItsOwnCollection) {
+    CXmlSerializationContext context;
+    CAttributeCol* extra = context.GetAdditionalRootAttributes();
+    EXPECT_EQ(context.GetAdditionalRootAttributes(), extra);
+    EXPECT_EQ(extra->Release(), 2);  // the context's and the one just taken
+    EXPECT_EQ(extra->Release(), 1);
+    extra->Add("build", "7");
+    extra->Add("src", "s", "urn:kvxml:test:s");
+
+    CEnvelope envelope;
+    envelope.id = "1";
+    envelope.GetHeader()->SetName("h");
+    EXPECT_EQ(
+        envelope.ToXml(false, false, EOL_LF, context),
+        "<AA:envelope xmlns:AA=\"urn:kvxml:test:envelope\" build=\"7\" xmlns:AB=\"urn:kvxml:test:s\" AB:src=\"s\">"
+        "<AA:id>1</AA:id><h/></AA:envelope>");
+
+    const CXmlSerializationContext copy(context);
+    CAttributeCol* fresh = copy.GetAdditionalRootAttributes();
+    EXPECT_EQ(fresh->GetCount(), 0);
+    fresh->Release();
+}
+
+TEST(BindingEnvelope, HostileDepthAndAttributeCountsStayLinearAndOffTheStack) {
+    // Deep enough to overflow any recursive walk, even under the sanitizers.
+    const int count = 50000;
+    std::string deep = "<e:envelope xmlns:e='urn:kvxml:test:envelope'><e:id/><h:h xmlns:h='urn:h'/><e:tail>";
+    for (int i = 0; i < count; ++i) deep += "<a>";
+    for (int i = 0; i < count; ++i) deep += "</a>";
+    deep += "</e:tail></e:envelope>";
+    std::string wide = "<e:envelope xmlns:e='urn:kvxml:test:envelope'";
+    for (int i = 0; i < count; ++i) wide += " a" + std::to_string(i) + "='v'";
+    wide += "><e:id/><h:h xmlns:h='urn:h'/></e:envelope>";
+
+    CEnvelope envelope;
+    envelope.FromXml(deep.c_str());
+    EXPECT_EQ(envelope.Rest().Item(0)->GetElements()->Item(0)->GetElementName(), "a");
+    const std::string written = envelope.ToXml(false, false);
+    CEnvelope again;
+    again.FromXml(written.c_str());
+    EXPECT_EQ(again.ToXml(false, false), written);
+    envelope.FromXml(wide.c_str());
+    EXPECT_EQ(envelope.Attributes().GetCount(), count);
+    EXPECT_EQ(envelope.Attributes().Item(count - 1)->GetElementName(), "a49999");
+    EXPECT_GT(envelope.ToXml(false, false).size(), wide.size());
+}
+
+}  // namespace
