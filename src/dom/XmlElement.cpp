@@ -8,16 +8,14 @@
 #include "dom/detail/NameTable.h"
 #include "dom/detail/NodePool.h"
 #include "dom/detail/TreeBuilder.h"
+#include "foundation/detail/StandardNamespaces.h"
 #include "kvxml/dom/XmlDocument.h"
 
 namespace KvXmlLib10 {
 
 namespace {
 
-constexpr std::string_view kXsiNamespace = "http://www.w3.org/2001/XMLSchema-instance";
-constexpr std::string_view kXmlnsNamespace = "http://www.w3.org/2000/xmlns/";
-
-bool IsInstanceOrXmlnsNamespace(const std::string& uri) { return uri == kXsiNamespace || uri == kXmlnsNamespace; }
+bool IsInstanceOrXmlnsNamespace(const std::string& uri) { return uri == detail::kXsiNamespace || uri == detail::kXmlnsNamespace; }
 
 }  // namespace
 

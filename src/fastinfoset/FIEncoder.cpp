@@ -5,6 +5,7 @@
 
 #include "dom/detail/LocalText.h"
 #include "fastinfoset/detail/EncodingAlgorithms.h"
+#include "fastinfoset/detail/FIDeclarations.h"
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/output/Encoder.h"
@@ -13,21 +14,6 @@ namespace KvXmlLib10::detail {
 
 namespace {
 
-constexpr const char* kDeclarations[] = {
-    "<?xml encoding='finf'?>",
-    "<?xml encoding='finf' standalone='yes'?>",
-    "<?xml encoding='finf' standalone='no'?>",
-    "<?xml version='1.0' encoding='finf'?>",
-    "<?xml version='1.0' encoding='finf' standalone='yes'?>",
-    "<?xml version='1.0' encoding='finf' standalone='no'?>",
-    "<?xml version='1.1' encoding='finf'?>",
-    "<?xml version='1.1' encoding='finf' standalone='yes'?>",
-    "<?xml version='1.1' encoding='finf' standalone='no'?>",
-};
-
-// The two built-in alphabets; a character's code is its position.
-constexpr const char kNumericAlphabet[] = "0123456789-+.E ";
-constexpr const char kDateTimeAlphabet[] = "0123456789-:TZ ";
 
 constexpr uint32_t kMaxAlgorithm = 10;
 constexpr uint32_t kMaxAlphabet = 256;
@@ -37,7 +23,7 @@ constexpr uint32_t kMaxAlphabet = 256;
 }  // namespace
 
 const char* FInfoDeclarationText(int32_t decl) {
-    return decl >= 1 && decl <= 9 ? kDeclarations[decl - 1] : nullptr;
+    return decl >= 1 && decl <= 9 ? kFInfoDeclTexts[decl] : nullptr;
 }
 
 FIEncoder::FIEncoder(FIOctetSink& sink, CFIVocabulary& vocabulary, const CFastInfosetContext& context,

@@ -2,6 +2,7 @@
 #include <string_view>
 
 #include "dom/detail/NameTable.h"
+#include "fastinfoset/detail/FIDeclarations.h"
 #include "fastinfoset/detail/EncodingAlgorithms.h"
 #include "fastinfoset/detail/FastInfosetReader.h"
 #include "kvxml/fastinfoset/FastInfosetContext.h"
@@ -17,9 +18,6 @@ constexpr uint32_t kKindUtf8 = 0;
 constexpr uint32_t kKindUtf16 = 1;
 constexpr uint32_t kKindAlphabet = 2;
 
-// The two built-in restricted alphabets, by 4-bit code; code 15 is padding.
-constexpr char kNumeric[] = "0123456789-+.E ";
-constexpr char kDateAndTime[] = "0123456789-:TZ ";
 
 template <class T>
 const T& At(const std::vector<T>& table, uint32_t index, const char* message) {
@@ -124,7 +122,7 @@ void CFastInfosetReader::DecodeOctets(uint32_t kind, uint32_t index, const unsig
         return;
     case kKindAlphabet: {
         if (index != 1 && index != 2) ThrowFIError(badAlphabet);
-        const char* alphabet = index == 1 ? kNumeric : kDateAndTime;
+        const char* alphabet = index == 1 ? detail::kNumericAlphabet : detail::kDateTimeAlphabet;
         for (std::size_t i = 0; i < length; ++i) {
             for (const unsigned code : {unsigned{data[i]} >> 4, unsigned{data[i]} & 0x0Fu}) {
                 if (code != 0x0F) out.push_back(alphabet[code]);

@@ -9,13 +9,13 @@
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/values/Variant.h"
+#include "foundation/detail/StandardNamespaces.h"
 
 namespace KvXmlLib10 {
 namespace detail {
 
 namespace {
 
-const char kXsiNamespace[] = "http://www.w3.org/2001/XMLSchema-instance";
 
 char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
@@ -37,7 +37,7 @@ ItemType VariantItemType(const KvVariant& value, ItemType fallback) {
 
 bool IsElementNil(const KvXmlLib10Data::CElementInfo& info, const CXmlElement& element) {
     static const std::string nilName("nil");
-    static const std::string xsiNamespace(kXsiNamespace);
+    static const std::string xsiNamespace(KvXmlLib10::detail::kXsiNamespace);
     const std::string& value = element.GetAttribute(nilName, xsiNamespace);
     if (value.empty() || EqualsNoCase(value, "false") || EqualsNoCase(value, "0")) return false;
     if (!info.IsNillable())

@@ -22,6 +22,11 @@ inline constexpr const char* kFInfoDeclTexts[10] = {
 };
 constexpr std::size_t kFInfoDeclCount = 9;
 
+/// The two built-in restricted alphabets: a character's 4-bit code is its
+/// position; code 15 pads an odd count.
+inline constexpr char kNumericAlphabet[] = "0123456789-+.E ";
+inline constexpr char kDateTimeAlphabet[] = "0123456789-:TZ ";
+
 /// The four octets that start every Fast Infoset document: identification and version 1.
 inline constexpr unsigned char kFIHeader[4] = {0xE0, 0x00, 0x00, 0x01};
 

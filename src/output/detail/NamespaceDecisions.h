@@ -8,6 +8,7 @@
 
 #include <string>
 
+#include "foundation/detail/StandardNamespaces.h"
 #include "kvxml/output/XmlWriter.h"
 
 namespace KvXmlLib10 {
@@ -15,7 +16,7 @@ namespace detail {
 
 /// The namespace of the xsi:type and xsi:nil attributes.
 inline const std::string& XsiNamespace() {
-    static const std::string uri = "http://www.w3.org/2001/XMLSchema-instance";
+    static const std::string uri = kXsiNamespace;
     return uri;
 }
 
