@@ -35,11 +35,7 @@ constexpr double kInf = std::numeric_limits<double>::infinity();
 }  // namespace
 
 TEST(ConversionsIntegerParse, FollowsTheThirtyTwoBitLongConversions) {
-    const struct {
-        Parser parse;
-        Rule rule;
-        std::vector<std::pair<std::string, const char*>> cases;
-    } groups[] = {
+    const struct { Parser parse; Rule rule; std::vector<std::pair<std::string, const char*>> cases; } groups[] = {
         // strtol skips leading whitespace itself; a NUL ends the text.
         {AsText<C::i4FromString>, Rule::None,
          {{"", "0"}, {"+7", "7"}, {"-0", "0"}, {" \t12", "12"}, {"0012", "12"}, {"2147483647", "2147483647"},

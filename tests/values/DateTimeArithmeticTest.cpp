@@ -34,9 +34,7 @@ CDateTime Value(const std::string& text) {
 }  // namespace
 
 TEST(DateTimeArithmetic, AddsMonthsFirstThenClampsTheDay) {
-    const struct {
-        const char *start, *span, *result;
-    } cases[] = {
+    const struct { const char *start, *span, *result; } cases[] = {
         // The worked examples of the XML Schema recommendation first.
         {"2000-01-12T12:13:14Z", "P1Y3M5DT7H10M3.3S", "2001-04-17T19:23:17.3Z"}, {"2000-01", "-P3M", "1999-10"},
         {"2000-01-12", "PT33H", "2000-01-13"}, {"2004-01-31", "P1M", "2004-02-29"}, {"2003-01-31", "P1M", "2003-02-28"},
@@ -123,10 +121,7 @@ TEST(DateTimeSystemTime, SecondsSince1970AreUtcAndNowIsNow) {
 
 // Codes: 0 equal, 1 less, 2 greater, 3 incomparable.
 TEST(DateTimeCompare, WalksTheFieldsInOrderIgnoringZones) {
-    const struct {
-        const char *a, *b;
-        int code;
-    } cases[] = {
+    const struct { const char *a, *b; int code; } cases[] = {
         {"2004-01-01T12:00:00", "2004-01-01T12:00:00", 0}, {"2003-12-31T12:00:00", "2004-01-01T12:00:00", 1},
         {"2004-01-02T00:00:00", "2004-01-01T23:59:59", 2}, {"2004-01-01T12:00:00.000000001", "2004-01-01T12:00:00", 2},
         {"2004-01-01T12:00:59.999999999", "2004-01-01T12:01:00", 1}, {"10:00:00", "09:59:59.5", 2},
@@ -142,10 +137,7 @@ TEST(DateTimeCompare, WalksTheFieldsInOrderIgnoringZones) {
 }
 
 TEST(DateTimeCompare, CompareToNormalisesZonesAndAnswersOneZonedSideForEveryOffset) {
-    const struct {
-        const char *a, *b;
-        int code;
-    } cases[] = {
+    const struct { const char *a, *b; int code; } cases[] = {
         {"2004-01-01T12:00:00+05:00", "2004-01-01T07:00:00Z", 0},
         {"2004-01-01T00:30:00+01:00", "2003-12-31T23:00:00-00:00", 2},
         {"2004-01-01T00:30:00+01:00", "2003-12-31T23:45:00+00:00", 1},

@@ -90,11 +90,7 @@ TEST(DecimalParse, KeepsThirtyFractionDigitsWithTiesTowardZero) {
 }
 
 TEST(DecimalPrint, RoundsHalfAwayFromZeroAtTheGivenDigits) {
-    const struct {
-        const char* value;
-        int digits;
-        const char* printed;
-    } cases[] = {
+    const struct { const char* value; int digits; const char* printed; } cases[] = {
         {"1.005", 2, "1.01"},  {"2", 2, "2.00"},         {"-0.05", 1, "-0.1"},   {"0.04", 1, "0.0"},
         {"1.25", 1, "1.3"},    {"-1.25", 1, "-1.3"},     {"1.24", 1, "1.2"},     {"9.995", 2, "10.00"},
         {"0", 3, "0.000"},     {"1.5", 0, "2."},         {"123.456", 5, "123.45600"},
@@ -105,10 +101,7 @@ TEST(DecimalPrint, RoundsHalfAwayFromZeroAtTheGivenDigits) {
 }
 
 TEST(DecimalConstruct, FromPartsPadsTheFractionAndNormalisesInconsistentParts) {
-    const struct {
-        int integer, fraction, scale;
-        const char* printed;
-    } cases[] = {
+    const struct { int integer, fraction, scale; const char* printed; } cases[] = {
         {1, 50, 2, "1.50"}, {0, -25, 2, "-0.25"}, {0, 5, 2, "0.05"}, {-3, -7, 9, "-3.000000007"}, {7, 0, 4, "7"},
         // 1 + (-5)/10 and a fraction wider than its scale keep their value.
         {1, -5, 1, "0.5"}, {-1, 5, 1, "-0.5"}, {1, 250, 2, "3.50"}, {1, 25, 0, "26"}, {1, 25, -2, "2501"},
@@ -152,11 +145,7 @@ TEST(DecimalConvert, RangeChecksNameTheTargetType) {
 }
 
 TEST(DecimalScale, ChangeFractionalDividerRoundsTiesTowardZero) {
-    const struct {
-        const char* value;
-        int scale;
-        const char* printed;
-    } cases[] = {
+    const struct { const char* value; int scale; const char* printed; } cases[] = {
         {"0.125", 2, "0.12"},  {"0.126", 2, "0.13"},   {"-0.125", 2, "-0.12"}, {"-0.126", 2, "-0.13"},
         {"0.995", 2, "0.99"},  {"0.996", 2, "1"},      {"-0.996", 2, "-1"},    {"1.5", 3, "1.500"},
         {"2.45", 1, "2.4"},    {"2.451", 1, "2.5"},    {"9.96", 1, "10"},      {"0.5", 0, "0.5"},
@@ -206,12 +195,7 @@ TEST(DecimalCompare, OrdersAcrossSignsAndScales) {
 
 // Each case runs the operator and its compound-assignment form.
 TEST(DecimalArithmetic, ExactSumsAndProductsAndThirtyDigitQuotients) {
-    const struct {
-        const char* a;
-        char op;
-        const char* b;
-        std::string result;
-    } cases[] = {
+    const struct { const char* a; char op; const char* b; std::string result; } cases[] = {
         {"0.1", '+', "0.2", "0.3"},
         {"1.25", '+', "0.25", "1.50"},  // sums keep the larger scale
         {"0.5", '+', "0.5", "1"},       {"-0.5", '+', "1", "0.5"},     {"0.5", '+', "-1", "-0.5"},

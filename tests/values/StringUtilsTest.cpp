@@ -55,9 +55,7 @@ TEST(WhitespaceUtilsIsWhiteSpace, ExactlyTabLineFeedCarriageReturnAndSpace) {
 }
 
 TEST(WhitespaceUtilsRules, PreserveReplaceAndCollapse) {
-    const struct {
-        std::string text, preserved, replaced, collapsed;
-    } cases[] = {
+    const struct { std::string text, preserved, replaced, collapsed; } cases[] = {
         {"a\r\nb\rc", "a\nb\nc", "a b c", "a b c"},
         {"\t a \r\n b  ", "\t a \n b  ", "  a   b  ", "a b"},
         {"\r\r\n\n\r", "\n\n\n\n", "    ", ""},
