@@ -18,15 +18,6 @@ std::string ToUtf8(const std::string& local) { return AsString(CEncoder::LocalCo
 std::wstring ToWide(const std::string& local) { return Wide(CEncoder::LocalCodePageToUnicodeBinary(local)); }
 }  // namespace
 
-TEST(EncoderLocalToUtf8, CLocaleReplacesHighBytes) {
-    LocaleScope locale("C");
-    ASSERT_TRUE(locale.Ok());
-    EXPECT_EQ(ToUtf8("plain <ascii>"), "plain <ascii>");
-    EXPECT_EQ(ToUtf8("a\xE9" "b\x80\xFF"), "a?b??");
-    EXPECT_EQ(ToUtf8(std::string("x\0y", 3)), std::string("x\0y", 3));
-    EXPECT_EQ(CEncoder::LocalCodePageToUtf8Binary(std::string()).GetLength(), 0u);
-}
-
 TEST(EncoderLocalToUtf8, Utf8LocaleKeepsCharactersAndReplacesBadBytes) {
     LocaleScope locale("C.UTF-8");
     ASSERT_TRUE(locale.Ok());
@@ -50,7 +41,7 @@ TEST(EncoderLocalToUtf8, LongTextAcrossChunks) {
     EXPECT_EQ(wide.substr(wide.size() - 5), kWideSample);
 }
 
-TEST(EncoderLocalToUnicode, FourByteUnitsInMachineOrder) {
+TEST(EncoderLocalToUnicode, FourByteUnitsInMachineOrderAndTheCLocaleReplacesHighBytes) {
     {
         LocaleScope locale("C.UTF-8");
         ASSERT_TRUE(locale.Ok());
@@ -58,10 +49,17 @@ TEST(EncoderLocalToUnicode, FourByteUnitsInMachineOrder) {
         EXPECT_EQ(ToWide(kUtf8Sample), kWideSample);
         EXPECT_EQ(ToWide("\xFF" "a"), L"?a");
     }
+    // The "C" locale replaces every byte above 0x7F, in all three directions; NULs pass.
     LocaleScope locale("C");
     ASSERT_TRUE(locale.Ok());
     EXPECT_EQ(ToWide("a\xE9"), L"a?");
     EXPECT_EQ(ToWide(std::string("a\0b", 3)), std::wstring(L"a\0b", 3));
+    EXPECT_EQ(ToUtf8("plain <ascii>"), "plain <ascii>");
+    EXPECT_EQ(ToUtf8("a\xE9" "b\x80\xFF"), "a?b??");
+    EXPECT_EQ(ToUtf8(std::string("x\0y", 3)), std::string("x\0y", 3));
+    EXPECT_EQ(CEncoder::LocalCodePageToUtf8Binary(std::string()).GetLength(), 0u);
+    EXPECT_EQ(CEncoder::Utf8ToLocalCodePage(kUtf8Sample.data(), kUtf8Sample.size()), "a???z");
+    EXPECT_EQ(CEncoder::Utf8ToLocalCodePage("plain\0text", 10), std::string("plain\0text", 10));
 }
 
 TEST(EncoderAsciiOnly, PassesBytesThroughUnchanged) {
@@ -104,9 +102,3 @@ TEST(EncoderUtf8ToLocal, Utf8LocaleRoundTrips) {
     EXPECT_EQ(reused, "");
 }
 
-TEST(EncoderUtf8ToLocal, CLocaleReplacesNonAscii) {
-    LocaleScope locale("C");
-    ASSERT_TRUE(locale.Ok());
-    EXPECT_EQ(CEncoder::Utf8ToLocalCodePage(kUtf8Sample.data(), kUtf8Sample.size()), "a???z");
-    EXPECT_EQ(CEncoder::Utf8ToLocalCodePage("plain\0text", 10), std::string("plain\0text", 10));
-}

@@ -126,6 +126,6 @@ TEST(FileTextStreamErrors, NoEncodingRefusesToFlush) {
     CFileTextStream stream(file.Path(), Encoding_None);
     stream.Open();
     stream.Append("<a/>");
-    EXPECT_EQ(ThrownMessage([&] { stream.Flush(); }).rfind("Unknown Encoding, select UTF-8", 0), 0u);
+    EXPECT_KV_THROW(stream.Flush(), CKvException, kUnknownEncoding);
     EXPECT_EQ(stream.GetText(), "<a/>");  // nothing was consumed
 }

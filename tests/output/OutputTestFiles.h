@@ -12,7 +12,6 @@
 #include <fstream>
 #include <iterator>
 #include <string>
-#include <typeinfo>
 #include <vector>
 
 #include "kvxml/foundation/KvException.h"
@@ -39,17 +38,10 @@ inline std::wstring Wide(const KvXmlLib10::CBinaryData& data) {
     return text;
 }
 
-/// The message of the CKvException (exactly that class) `action` throws.
-template <class Action>
-std::string ThrownMessage(Action action) {
-    try {
-        action();
-    } catch (const KvXmlLib10::CKvException& error) {
-        EXPECT_EQ(typeid(error), typeid(KvXmlLib10::CKvException));
-        return error.GetMessage();
-    }
-    return "(no exception)";
-}
+/// The refusal of an encoding other than UTF-8, UTF-16 and wide; the
+/// support pointer in it names no real address.
+inline const char* const kUnknownEncoding =
+    "Unknown Encoding, select UTF-8 (for other encodings contact your kvxml support provider)";
 
 /// A document of about `size` characters with line ends, tabs and escapes.
 inline std::string SampleXml(size_t size) {
