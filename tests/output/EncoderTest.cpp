@@ -19,8 +19,8 @@ std::wstring ToWide(const std::string& local) { return Wide(CEncoder::LocalCodeP
 }  // namespace
 
 TEST(EncoderLocalToUtf8, Utf8LocaleKeepsCharactersAndReplacesBadBytes) {
-    LocaleScope locale("C.UTF-8");
-    ASSERT_TRUE(locale.Ok());
+    ScopedLocale locale("C.UTF-8");
+    ASSERT_TRUE(locale.Active());
     EXPECT_EQ(ToUtf8(kUtf8Sample), kUtf8Sample);
     // A stray continuation byte, an impossible byte, a surrogate and a
     // sequence cut short at the end: one '?' per byte, decoding resumes.
@@ -31,8 +31,8 @@ TEST(EncoderLocalToUtf8, Utf8LocaleKeepsCharactersAndReplacesBadBytes) {
 }
 
 TEST(EncoderLocalToUtf8, LongTextAcrossChunks) {
-    LocaleScope locale("C.UTF-8");
-    ASSERT_TRUE(locale.Ok());
+    ScopedLocale locale("C.UTF-8");
+    ASSERT_TRUE(locale.Active());
     std::string text;
     for (int i = 0; i < 3000; ++i) text += kUtf8Sample;
     EXPECT_EQ(ToUtf8(text), text);
@@ -43,15 +43,15 @@ TEST(EncoderLocalToUtf8, LongTextAcrossChunks) {
 
 TEST(EncoderLocalToUnicode, FourByteUnitsInMachineOrderAndTheCLocaleReplacesHighBytes) {
     {
-        LocaleScope locale("C.UTF-8");
-        ASSERT_TRUE(locale.Ok());
+        ScopedLocale locale("C.UTF-8");
+        ASSERT_TRUE(locale.Active());
         EXPECT_EQ(CEncoder::LocalCodePageToUnicodeBinary(kUtf8Sample).GetLength(), 20u);
         EXPECT_EQ(ToWide(kUtf8Sample), kWideSample);
         EXPECT_EQ(ToWide("\xFF" "a"), L"?a");
     }
     // The "C" locale replaces every byte above 0x7F, in all three directions; NULs pass.
-    LocaleScope locale("C");
-    ASSERT_TRUE(locale.Ok());
+    ScopedLocale locale("C");
+    ASSERT_TRUE(locale.Active());
     EXPECT_EQ(ToWide("a\xE9"), L"a?");
     EXPECT_EQ(ToWide(std::string("a\0b", 3)), std::wstring(L"a\0b", 3));
     EXPECT_EQ(ToUtf8("plain <ascii>"), "plain <ascii>");
@@ -63,8 +63,8 @@ TEST(EncoderLocalToUnicode, FourByteUnitsInMachineOrderAndTheCLocaleReplacesHigh
 }
 
 TEST(EncoderAsciiOnly, PassesBytesThroughUnchanged) {
-    LocaleScope locale("C.UTF-8");
-    ASSERT_TRUE(locale.Ok());
+    ScopedLocale locale("C.UTF-8");
+    ASSERT_TRUE(locale.Active());
     ASCIIOnly(true);
     const std::string raw("a\xE9\xFF\x80z");
     EXPECT_EQ(ToUtf8(raw), raw);
@@ -82,8 +82,8 @@ TEST(EncoderUnicodeToUtf8, EncodesAndReplacesUnencodable) {
 }
 
 TEST(EncoderUtf8ToLocal, Utf8LocaleRoundTrips) {
-    LocaleScope locale("C.UTF-8");
-    ASSERT_TRUE(locale.Ok());
+    ScopedLocale locale("C.UTF-8");
+    ASSERT_TRUE(locale.Active());
     EXPECT_EQ(CEncoder::Utf8ToLocalCodePage(kUtf8Sample.data(), kUtf8Sample.size()), kUtf8Sample);
     // Malformed input: an overlong NUL, a lone lead byte, a cut sequence.
     EXPECT_EQ(CEncoder::Utf8ToLocalCodePage("\xC0\x80", 2), "??");
