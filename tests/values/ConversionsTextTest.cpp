@@ -60,8 +60,7 @@ TEST(ConversionsString, IsTheTextAfterTheRule) {
 TEST(ConversionsBinary, ApplyTheRuleBeforeTheHexAndBase64Forms) {
     EXPECT_EQ(C::hexBinaryToString(C::hexBinaryFromString("\n 0aFf10 \t", Rule::Collapse)), "0AFF10");
     EXPECT_EQ(C::hexBinaryFromString("", Rule::None).GetLength(), 0u);
-    EXPECT_KV_THROW(C::hexBinaryFromString(" 0A 0 B ", Rule::Collapse), CKvException,
-                    "Invalid char in hex string [ ]");
+    EXPECT_KV_THROW(C::hexBinaryFromString(" 0A 0 B ", Rule::Collapse), CKvException, "Invalid char in hex string [ ]");
     EXPECT_EQ(C::base64BinaryToString(C::base64BinaryFromString("\tZm9v\n", Rule::Collapse)), "Zm9v");
     EXPECT_EQ(C::base64BinaryFromString("!!!!", Rule::None).GetLength(), 0u);
 }

@@ -117,10 +117,8 @@ TEST(DecimalConstruct, FromIntDoubleAndBigInteger) {
         {CBigInteger("-123456789012345678901234567890"), "-123456789012345678901234567890"},
     };
     for (const auto& [value, printed] : cases) EXPECT_EQ(value.ToString(), printed);
-    EXPECT_KV_THROW(CDecimal(std::numeric_limits<double>::quiet_NaN()), CKvInvalidValueException,
-                    BadChar(0, "nan\n"));
-    EXPECT_KV_THROW(CDecimal(std::numeric_limits<double>::infinity()), CKvInvalidValueException,
-                    BadChar(0, "inf\n"));
+    EXPECT_KV_THROW(CDecimal(std::numeric_limits<double>::quiet_NaN()), CKvInvalidValueException, BadChar(0, "nan\n"));
+    EXPECT_KV_THROW(CDecimal(std::numeric_limits<double>::infinity()), CKvInvalidValueException, BadChar(0, "inf\n"));
 }
 
 TEST(DecimalConvert, RangeChecksNameTheTargetType) {
