@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <type_traits>
 #include <typeinfo>
 
 #include "kvxml/foundation/KvException.h"
@@ -35,21 +36,15 @@ TEST(KvExceptionChain, WrappingClonesTheInnerSoTheCallerKeepsItsOwn) {
     EXPECT_EQ(outer.GetFullMessage(), "outer\ninner");
 }
 
-TEST(KvExceptionConstruction, DefaultIsEmptyWithoutInner) {
+TEST(KvExceptionConstruction, DefaultIsEmptyAndConvertingTakesTheNewClass) {
     CKvOverFlowException empty;
-    EXPECT_EQ(empty.GetMessage(), "");
     EXPECT_EQ(empty.GetFullMessage(), "");
     EXPECT_EQ(empty.GetInnerException(), nullptr);
-}
-
-TEST(KvExceptionConstruction, FromAnotherExceptionTakesItsOwnClass) {
-    CKvException plain("plain", CKvException("cause"));
-    CKvInvalidParamException converted(plain);
+    const CKvInvalidParamException converted(CKvException("plain", CKvException("cause")));
     EXPECT_EQ(converted.GetFullMessage(), "plain\ncause");
-    CKvException* clone = converted.Clone();
+    const std::unique_ptr<CKvException> clone(converted.Clone());
     const CKvException& cloned = *clone;
     EXPECT_EQ(typeid(cloned), typeid(CKvInvalidParamException));
-    delete clone;
 }
 
 TEST(KvExceptionCopy, CopiesOwnAnIndependentInnerChain) {
@@ -87,25 +82,14 @@ TEST(KvExceptionClone, KeepsTheDynamicTypeThroughABaseReference) {
     std::unique_ptr<CKvException> clone(asBase.Clone());
     const CKvException& cloned = *clone;
     EXPECT_EQ(typeid(cloned), typeid(CKvInvalidNamespaceException));
-    EXPECT_NE(dynamic_cast<CKvValidationException*>(clone.get()), nullptr);
     EXPECT_EQ(clone->GetFullMessage(), "Namespace [urn:x] is not allowed\nwhy");
 }
 
-TEST(KvExceptionHierarchy, EachClassIsCaughtByItsBases) {
-    EXPECT_THROW(throw CKvInvalidValueException("v"), CKvValidationException);
-    EXPECT_THROW(throw CKvInvalidNamespaceException("n"), CKvValidationException);
-    EXPECT_THROW(throw CKvInvalidParamException("p"), CKvException);
-    EXPECT_THROW(throw CKvInvalidStateException("s"), CKvException);
-    EXPECT_THROW(throw CKvOverFlowException("o"), CKvException);
-    // Siblings do not catch each other.
-    bool wrongCatch = false;
-    try {
-        try {
-            throw CKvInvalidParamException("p");
-        } catch (const CKvValidationException&) {
-            wrongCatch = true;
-        }
-    } catch (const CKvException&) {
-    }
-    EXPECT_FALSE(wrongCatch);
-}
+// Each class is caught by its bases; siblings do not catch each other.
+static_assert(std::is_convertible_v<CKvInvalidValueException*, CKvValidationException*>);
+static_assert(std::is_convertible_v<CKvInvalidNamespaceException*, CKvValidationException*>);
+static_assert(std::is_convertible_v<CKvValidationException*, CKvException*>);
+static_assert(std::is_convertible_v<CKvInvalidParamException*, CKvException*>);
+static_assert(std::is_convertible_v<CKvInvalidStateException*, CKvException*>);
+static_assert(std::is_convertible_v<CKvOverFlowException*, CKvException*>);
+static_assert(!std::is_convertible_v<CKvInvalidParamException*, CKvValidationException*>);

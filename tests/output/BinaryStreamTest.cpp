@@ -79,8 +79,7 @@ TEST(FileBinaryStreamToFile, TruncatesAnExistingFileAndWritesAppendedBytes) {
 
 TEST(FileBinaryStreamToFile, UnwritableOrFullTargetThrowsWithTheFileName) {
     CFileBinaryStream missingDir("/nonexistent-dir/x.xml", Encoding_UTF16, CBinaryData("<a/>"));
-    EXPECT_KV_THROW(missingDir.ToFile(), CKvException,
-                    "Failed to write data to the file [/nonexistent-dir/x.xml]");
+    EXPECT_KV_THROW(missingDir.ToFile(), CKvException, "Failed to write data to the file [/nonexistent-dir/x.xml]");
     CFileBinaryStream noName(nullptr, Encoding_UTF8, CBinaryData("<a/>"));
     EXPECT_KV_THROW(noName.ToFile(), CKvException, "Failed to write data to the file []");
 

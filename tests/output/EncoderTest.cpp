@@ -18,18 +18,9 @@ std::string ToUtf8(const std::string& local) { return AsString(CEncoder::LocalCo
 std::wstring ToWide(const std::string& local) { return Wide(CEncoder::LocalCodePageToUnicodeBinary(local)); }
 }  // namespace
 
-TEST(EncoderLocalToUtf8, CLocaleReplacesHighBytes) {
-    LocaleScope locale("C");
-    ASSERT_TRUE(locale.Ok());
-    EXPECT_EQ(ToUtf8("plain <ascii>"), "plain <ascii>");
-    EXPECT_EQ(ToUtf8("a\xE9" "b\x80\xFF"), "a?b??");
-    EXPECT_EQ(ToUtf8(std::string("x\0y", 3)), std::string("x\0y", 3));
-    EXPECT_EQ(CEncoder::LocalCodePageToUtf8Binary(std::string()).GetLength(), 0u);
-}
-
 TEST(EncoderLocalToUtf8, Utf8LocaleKeepsCharactersAndReplacesBadBytes) {
-    LocaleScope locale("C.UTF-8");
-    ASSERT_TRUE(locale.Ok());
+    ScopedLocale locale("C.UTF-8");
+    ASSERT_TRUE(locale.Active());
     EXPECT_EQ(ToUtf8(kUtf8Sample), kUtf8Sample);
     // A stray continuation byte, an impossible byte, a surrogate and a
     // sequence cut short at the end: one '?' per byte, decoding resumes.
@@ -40,8 +31,8 @@ TEST(EncoderLocalToUtf8, Utf8LocaleKeepsCharactersAndReplacesBadBytes) {
 }
 
 TEST(EncoderLocalToUtf8, LongTextAcrossChunks) {
-    LocaleScope locale("C.UTF-8");
-    ASSERT_TRUE(locale.Ok());
+    ScopedLocale locale("C.UTF-8");
+    ASSERT_TRUE(locale.Active());
     std::string text;
     for (int i = 0; i < 3000; ++i) text += kUtf8Sample;
     EXPECT_EQ(ToUtf8(text), text);
@@ -50,23 +41,30 @@ TEST(EncoderLocalToUtf8, LongTextAcrossChunks) {
     EXPECT_EQ(wide.substr(wide.size() - 5), kWideSample);
 }
 
-TEST(EncoderLocalToUnicode, FourByteUnitsInMachineOrder) {
+TEST(EncoderLocalToUnicode, FourByteUnitsInMachineOrderAndTheCLocaleReplacesHighBytes) {
     {
-        LocaleScope locale("C.UTF-8");
-        ASSERT_TRUE(locale.Ok());
+        ScopedLocale locale("C.UTF-8");
+        ASSERT_TRUE(locale.Active());
         EXPECT_EQ(CEncoder::LocalCodePageToUnicodeBinary(kUtf8Sample).GetLength(), 20u);
         EXPECT_EQ(ToWide(kUtf8Sample), kWideSample);
         EXPECT_EQ(ToWide("\xFF" "a"), L"?a");
     }
-    LocaleScope locale("C");
-    ASSERT_TRUE(locale.Ok());
+    // The "C" locale replaces every byte above 0x7F, in all three directions; NULs pass.
+    ScopedLocale locale("C");
+    ASSERT_TRUE(locale.Active());
     EXPECT_EQ(ToWide("a\xE9"), L"a?");
     EXPECT_EQ(ToWide(std::string("a\0b", 3)), std::wstring(L"a\0b", 3));
+    EXPECT_EQ(ToUtf8("plain <ascii>"), "plain <ascii>");
+    EXPECT_EQ(ToUtf8("a\xE9" "b\x80\xFF"), "a?b??");
+    EXPECT_EQ(ToUtf8(std::string("x\0y", 3)), std::string("x\0y", 3));
+    EXPECT_EQ(CEncoder::LocalCodePageToUtf8Binary(std::string()).GetLength(), 0u);
+    EXPECT_EQ(CEncoder::Utf8ToLocalCodePage(kUtf8Sample.data(), kUtf8Sample.size()), "a???z");
+    EXPECT_EQ(CEncoder::Utf8ToLocalCodePage("plain\0text", 10), std::string("plain\0text", 10));
 }
 
 TEST(EncoderAsciiOnly, PassesBytesThroughUnchanged) {
-    LocaleScope locale("C.UTF-8");
-    ASSERT_TRUE(locale.Ok());
+    ScopedLocale locale("C.UTF-8");
+    ASSERT_TRUE(locale.Active());
     ASCIIOnly(true);
     const std::string raw("a\xE9\xFF\x80z");
     EXPECT_EQ(ToUtf8(raw), raw);
@@ -84,8 +82,8 @@ TEST(EncoderUnicodeToUtf8, EncodesAndReplacesUnencodable) {
 }
 
 TEST(EncoderUtf8ToLocal, Utf8LocaleRoundTrips) {
-    LocaleScope locale("C.UTF-8");
-    ASSERT_TRUE(locale.Ok());
+    ScopedLocale locale("C.UTF-8");
+    ASSERT_TRUE(locale.Active());
     EXPECT_EQ(CEncoder::Utf8ToLocalCodePage(kUtf8Sample.data(), kUtf8Sample.size()), kUtf8Sample);
     // Malformed input: an overlong NUL, a lone lead byte, a cut sequence.
     EXPECT_EQ(CEncoder::Utf8ToLocalCodePage("\xC0\x80", 2), "??");
@@ -104,9 +102,3 @@ TEST(EncoderUtf8ToLocal, Utf8LocaleRoundTrips) {
     EXPECT_EQ(reused, "");
 }
 
-TEST(EncoderUtf8ToLocal, CLocaleReplacesNonAscii) {
-    LocaleScope locale("C");
-    ASSERT_TRUE(locale.Ok());
-    EXPECT_EQ(CEncoder::Utf8ToLocalCodePage(kUtf8Sample.data(), kUtf8Sample.size()), "a???z");
-    EXPECT_EQ(CEncoder::Utf8ToLocalCodePage("plain\0text", 10), std::string("plain\0text", 10));
-}

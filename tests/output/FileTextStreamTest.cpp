@@ -79,8 +79,8 @@ TEST(FileTextStreamWrite, OpenStartsOverAndDropsUnflushedText) {
 }
 
 TEST(FileTextStreamWrite, MultibyteCharactersCutByFlushesStayWhole) {
-    LocaleScope locale("C.UTF-8");
-    if (!locale.Ok()) GTEST_SKIP() << "no C.UTF-8 locale";
+    ScopedLocale locale("C.UTF-8");
+    if (!locale.Active()) GTEST_SKIP() << "no C.UTF-8 locale";
     // "é" is C3 A9 and "€" E2 82 AC: pieces of 5 bytes cut many of them.
     std::string text;
     for (int i = 0; i < 3000; ++i) text += (i % 3 == 0) ? "\xE2\x82\xAC" : "x\xC3\xA9";
@@ -126,6 +126,6 @@ TEST(FileTextStreamErrors, NoEncodingRefusesToFlush) {
     CFileTextStream stream(file.Path(), Encoding_None);
     stream.Open();
     stream.Append("<a/>");
-    EXPECT_EQ(ThrownMessage([&] { stream.Flush(); }).rfind("Unknown Encoding, select UTF-8", 0), 0u);
+    EXPECT_KV_THROW(stream.Flush(), CKvException, kUnknownEncoding);
     EXPECT_EQ(stream.GetText(), "<a/>");  // nothing was consumed
 }

@@ -95,11 +95,7 @@ TEST(KvZipCompress, RoundTripsCarryingTheWrapperHeader) {
 }
 
 TEST(KvZipCompress, InputThatCannotShrinkThrowsAndKeepsData) {
-    const struct {
-        Bytes input;
-        CompressionType type;
-        const char* message;
-    } cases[] = {
+    const struct { Bytes input; CompressionType type; const char* message; } cases[] = {
         // The gzip header alone fills the output, so finishing makes no progress.
         {ToBytes("<a/>"), Compression_GZip, "Failed to compress data. [Error Code: -5]"},
         {ToBytes("<a/>"), Compression_Zlib, "Failed to compress data. [Error Code: 0]"},

@@ -1,4 +1,4 @@
-// OutputTestFiles.h - shared helpers of the output tests: temporary files, byte views, locale scope.
+// OutputTestFiles.h - shared helpers of the output tests: temporary files and byte views.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -6,20 +6,20 @@
 #include <unistd.h>
 
 #include <atomic>
-#include <clocale>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
 #include <iterator>
 #include <string>
-#include <typeinfo>
 #include <vector>
 
-#include "kvxml/foundation/KvException.h"
-#include "kvxml/output/Encoder.h"
 #include "kvxml/values/BinaryData.h"
+#include "support/ProcessScopes.h"
 
 namespace kvxml_test {
+
+using KvXmlTest::ScopedAsciiOnly;
+using KvXmlTest::ScopedLocale;
 
 using Bytes = std::vector<unsigned char>;
 
@@ -39,17 +39,10 @@ inline std::wstring Wide(const KvXmlLib10::CBinaryData& data) {
     return text;
 }
 
-/// The message of the CKvException (exactly that class) `action` throws.
-template <class Action>
-std::string ThrownMessage(Action action) {
-    try {
-        action();
-    } catch (const KvXmlLib10::CKvException& error) {
-        EXPECT_EQ(typeid(error), typeid(KvXmlLib10::CKvException));
-        return error.GetMessage();
-    }
-    return "(no exception)";
-}
+/// The refusal of an encoding other than UTF-8, UTF-16 and wide; the
+/// support pointer in it names no real address.
+inline const char* const kUnknownEncoding =
+    "Unknown Encoding, select UTF-8 (for other encodings contact your kvxml support provider)";
 
 /// A document of about `size` characters with line ends, tabs and escapes.
 inline std::string SampleXml(size_t size) {
@@ -58,23 +51,6 @@ inline std::string SampleXml(size_t size) {
         text += "\t<entry n=\"" + std::to_string(i) + "\">a &amp; b &lt; c</entry>\n";
     return text + "</list>\n";
 }
-
-/// Switches the C locale for one test; restores it and turns ASCIIOnly off after.
-class LocaleScope {
-public:
-    explicit LocaleScope(const char* name) : m_saved(std::setlocale(LC_ALL, nullptr)) {
-        m_ok = std::setlocale(LC_ALL, name) != nullptr;
-    }
-    ~LocaleScope() {
-        std::setlocale(LC_ALL, m_saved.c_str());
-        KvXmlLib10::ASCIIOnly(false);
-    }
-    bool Ok() const { return m_ok; }
-
-private:
-    std::string m_saved;
-    bool m_ok = false;
-};
 
 /// A fresh path under the test temp dir; the file is removed on destruction.
 class TempFile {

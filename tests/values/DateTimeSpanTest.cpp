@@ -24,11 +24,7 @@ std::vector<unsigned long long> Fields(const CDateTimeSpan& s) {
 }  // namespace
 
 TEST(DateTimeSpanParse, ReadsEveryComponentAndTheLenientForms) {
-    const struct {
-        const char* text;
-        std::vector<unsigned long long> fields;
-        const char* printed;
-    } cases[] = {
+    const struct { const char* text; std::vector<unsigned long long> fields; const char* printed; } cases[] = {
         {"P1Y2M3DT4H5M6.5S", {1, 2, 3, 4, 5, 6, 500, 0, 0, 0}, "P1Y2M3DT4H5M6.5S"},
         {"-PT0.000001S", {0, 0, 0, 0, 0, 0, 0, 1, 0, 1}, "-PT0.000001S"},
         {"P1D2M", {0, 0, 1, 0, 2, 0, 0, 0, 0, 0}, "P1DT2M"},  // "M" after "D" counts minutes
@@ -87,10 +83,7 @@ TEST(DateTimeSpanPrint, ZeroPrintsAsABareP) {
 
 // Codes: 0 equal, 1 less, 2 greater, 3 incomparable.
 TEST(DateTimeSpanCompare, UsesTheFourReferenceDates) {
-    const struct {
-        const char *a, *b;
-        int code;
-    } cases[] = {
+    const struct { const char *a, *b; int code; } cases[] = {
         {"P1M", "P30D", 3}, {"P1Y", "P12M", 0}, {"PT1H", "PT60M", 0}, {"P1D", "PT24H", 0}, {"P1D", "PT23H", 2},
         {"P1D", "PT25H", 1}, {"P1Y", "P365D", 3}, {"P1Y", "P367D", 1}, {"-PT2H", "-PT1H", 1},
         {"PT0.000000001S", "PT0S", 2},

@@ -24,11 +24,7 @@ int Utf8To32(const Bytes& in, unsigned int* out, size_t room) {
 }  // namespace
 
 TEST(UnicodeUtf8Decode, DecodesBoundaryCharactersAndBack) {
-    const struct {
-        Bytes utf8;
-        unsigned int codePoint;
-        Units utf16;
-    } cases[] = {
+    const struct { Bytes utf8; unsigned int codePoint; Units utf16; } cases[] = {
         {{0x41}, 0x41, {0x41}},                    {{0x7F}, 0x7F, {0x7F}},
         {{0xC2, 0x80}, 0x80, {0x80}},              {{0xDF, 0xBF}, 0x7FF, {0x7FF}},
         {{0xE0, 0xA0, 0x80}, 0x800, {0x800}},      {{0xED, 0x9F, 0xBF}, 0xD7FF, {0xD7FF}},

@@ -179,10 +179,7 @@ TEST(VariantGetters, ReadingAnotherTypeIsHarmless) {
 }
 
 TEST(VariantText, FromStringStoresTheTypeAndToStringPrintsIt) {
-    const struct {
-        ItemType type;
-        const char *name, *text, *printed;
-    } cases[] = {
+    const struct { ItemType type; const char *name, *text, *printed; } cases[] = {
         {hexBinary, "hexBinary", " 0aff ", "0AFF"},  {base64Binary, "base64Binary", "Zm9v", "Zm9v"},
         {i1, "i1", " -12 ", "-12"},                   {i2, "i2", "300", "300"},
         {i4, "i4", "  12 ", "12"},                    {i8, "i8", "-9223372036854775808", "-9223372036854775808"},
