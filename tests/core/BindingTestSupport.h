@@ -11,21 +11,7 @@
 #include "bindings/Ticket.h"
 #include "kvxml/core/SerializationContext.h"
 #include "kvxml/foundation/KvException.h"
-
-// Runs stmt, expects it to throw exactly Type whose whole message chain
-// (GetFullMessage) is fullMessage.
-#define EXPECT_KV_CHAIN(stmt, Type, fullMessage)                                                 \
-    do {                                                                                         \
-        bool kvThrown = false;                                                                   \
-        try {                                                                                    \
-            stmt;                                                                                \
-        } catch (const KvXmlLib10::CKvException& kvError) {                                      \
-            kvThrown = true;                                                                     \
-            EXPECT_EQ(typeid(kvError), typeid(Type)) << "message: " << kvError.GetFullMessage(); \
-            EXPECT_EQ(kvError.GetFullMessage(), std::string(fullMessage));                       \
-        }                                                                                        \
-        EXPECT_TRUE(kvThrown) << #stmt " did not throw";                                         \
-    } while (0)
+#include "support/KvTestSupport.h"
 
 namespace kvbindtest {
 

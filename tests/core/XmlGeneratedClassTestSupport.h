@@ -7,6 +7,7 @@
 #include <typeinfo>
 
 #include "kvxml/foundation/KvException.h"
+#include "support/KvTestSupport.h"
 #include "kvxml/metadata/ElementInfoClass.h"
 #include "metadata/GeneratedTestClasses.h"
 
@@ -18,16 +19,9 @@ using KvXmlLib10::CKvValidationException;
 namespace kv = KvXmlLib10;
 namespace kvd = KvXmlLib10Data;
 
-/// The full message chain of the CKvValidationException that action throws ("" when none).
 template <typename Action>
 std::string FailureOf(Action action) {
-    try {
-        action();
-    } catch (const CKvException& error) {
-        EXPECT_EQ(typeid(error), typeid(CKvValidationException)) << error.GetMessage();
-        return error.GetFullMessage();
-    }
-    return "";
+    return KvXmlTest::FullMessageOf<CKvValidationException>(action);
 }
 
 template <typename T>

@@ -1,38 +1,16 @@
-// DomTestSupport.h - helpers shared by the document and reader tests (the locale scopes also by the pattern tests).
+// DomTestSupport.h - tree views shared by the document and reader tests.
 #pragma once
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <atomic>
-#include <clocale>
-#include <cstdio>
 #include <string>
 
 #include "kvxml/dom/XmlDocument.h"
 #include "kvxml/output/Encoder.h"
+#include "support/ProcessScopes.h"
+#include "support/TempFile.h"
 
 namespace KvXmlTest {
-
-/// Switches the C locale for one test and restores the previous one.
-class ScopedLocale {
-public:
-    explicit ScopedLocale(const char* name) : m_saved(std::setlocale(LC_ALL, nullptr)) {
-        m_active = std::setlocale(LC_ALL, name) != nullptr;
-    }
-    ~ScopedLocale() { std::setlocale(LC_ALL, m_saved.c_str()); }
-    bool Active() const { return m_active; }
-
-private:
-    std::string m_saved;
-    bool m_active = false;
-};
-
-/// Turns the process-wide ASCIIOnly switch on for one test.
-struct ScopedAsciiOnly {
-    ScopedAsciiOnly() { KvXmlLib10::ASCIIOnly(true); }
-    ~ScopedAsciiOnly() { KvXmlLib10::ASCIIOnly(false); }
-};
 
 /// Local names of the children, joined by commas.
 inline std::string ChildNames(const KvXmlLib10::CXmlElement* element) {
@@ -60,24 +38,5 @@ inline size_t CountElements(const KvXmlLib10::CXmlElement* root) {
         count += CountElements(child);
     return count;
 }
-
-/// A file under the test temp dir with the given bytes, removed afterwards.
-class TempFile {
-public:
-    explicit TempFile(const std::string& contents) {
-        static std::atomic<int> counter{0};
-        m_path = ::testing::TempDir() + "kvxml_dom_" + std::to_string(::getpid()) + "_" +
-                 std::to_string(counter++) + ".xml";
-        if (std::FILE* file = std::fopen(m_path.c_str(), "wb")) {
-            std::fwrite(contents.data(), 1, contents.size(), file);
-            std::fclose(file);
-        }
-    }
-    ~TempFile() { std::remove(m_path.c_str()); }
-    const char* Path() const { return m_path.c_str(); }
-
-private:
-    std::string m_path;
-};
 
 }  // namespace KvXmlTest

@@ -15,11 +15,13 @@
 
 #include "kvxml/values/BinaryData.h"
 #include "support/ProcessScopes.h"
+#include "support/TempFile.h"
 
 namespace kvxml_test {
 
 using KvXmlTest::ScopedAsciiOnly;
 using KvXmlTest::ScopedLocale;
+using KvXmlTest::TempFile;
 
 using Bytes = std::vector<unsigned char>;
 
@@ -51,31 +53,5 @@ inline std::string SampleXml(size_t size) {
         text += "\t<entry n=\"" + std::to_string(i) + "\">a &amp; b &lt; c</entry>\n";
     return text + "</list>\n";
 }
-
-/// A fresh path under the test temp dir; the file is removed on destruction.
-class TempFile {
-public:
-    TempFile() {
-        static std::atomic<int> counter{0};
-        const ::testing::TestInfo* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        m_path = ::testing::TempDir() + "kvxml_" + std::to_string(::getpid()) + "_" +
-                 (info ? info->name() : "test") + "_" + std::to_string(counter++) + ".xml";
-        std::remove(m_path.c_str());
-    }
-    ~TempFile() { std::remove(m_path.c_str()); }
-    TempFile(const TempFile&) = delete;
-    TempFile& operator=(const TempFile&) = delete;
-
-    const char* Path() const { return m_path.c_str(); }
-    /// The whole file, or an empty vector when it does not exist.
-    Bytes Read() const {
-        std::ifstream in(m_path, std::ios::binary);
-        return Bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    }
-    bool Exists() const { return std::ifstream(m_path).good(); }
-
-private:
-    std::string m_path;
-};
 
 }  // namespace kvxml_test
