@@ -10,6 +10,7 @@
 #include <atomic>
 #include <climits>
 #include <cstdint>
+#include <cstring>
 #include <cwchar>
 
 #include "kvxml/foundation/KvException.h"
@@ -224,8 +225,55 @@ CBinaryData CEncoder::LocalCodePageToUtf8Binary(const char* text, size_t length)
         AppendBytes(out, bytes, length);
         return out;
     }
-    DecodeLocal(text, length,
-                [&out](const wchar_t* chunk, size_t used) { AppendUnicodeAsUtf8(chunk, used, out); });
+    // Mostly ASCII with a few local characters: ASCII runs are copied as
+    // they are, only the rest goes through the C library one character at
+    // a time.
+    unsigned char staging[kChunk + 8];
+    size_t written = 0;
+    std::mbstate_t state{};
+    bool initial = true;
+    size_t i = 0;
+    while (i < length) {
+        if (initial) {
+            size_t run = i;
+            while (run < length && IsPlainAscii(bytes[run])) ++run;
+            if (run > i) {
+                if (run - i > kChunk - written) {  // a long run goes out directly
+                    AppendBytes(out, staging, written);
+                    written = 0;
+                    AppendBytes(out, bytes + i, run - i);
+                } else {
+                    std::memcpy(staging + written, bytes + i, run - i);
+                    written += run - i;
+                }
+                i = run;
+                continue;
+            }
+        }
+        wchar_t wc = 0;
+        const size_t got = std::mbrtowc(&wc, text + i, length - i, &state);
+        if (got == 0) {  // the NUL character
+            ++i;
+        } else if (got > length - i) {  // invalid, incomplete or not a character of its own
+            wc = L'?';
+            ++i;
+            state = std::mbstate_t{};
+        } else {
+            i += got;
+        }
+        initial = std::mbsinit(&state) != 0;
+        if (written + 4 > kChunk) {
+            AppendBytes(out, staging, written);
+            written = 0;
+        }
+        const int one = UnicodeToUTF8(&wc, 1, staging + written, 4);
+        if (one > 0) {
+            written += static_cast<size_t>(one);
+        } else {
+            staging[written++] = '?';
+        }
+    }
+    AppendBytes(out, staging, written);
     return out;
 }
 
