@@ -15,6 +15,7 @@
 
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/values/UnicodeConversion.h"
+#include "output/detail/PlainAscii.h"
 
 namespace KvXmlLib10 {
 
@@ -28,9 +29,7 @@ bool IsAsciiOnly() { return g_asciiOnly.load(std::memory_order_relaxed); }
 
 constexpr size_t kChunk = 4096;
 
-bool IsPlainAscii(unsigned char byte) {
-    return byte < 0x80 && byte != 0x1B && byte != 0x0E && byte != 0x0F;
-}
+using detail::IsPlainAscii;
 
 // CBinaryData lengths are 32-bit; refuse to wrap.
 void CheckRoom(const CBinaryData& out, size_t more) {
@@ -216,11 +215,7 @@ CBinaryData CEncoder::LocalCodePageToUtf8Binary(const char* text, size_t length)
     CBinaryData out;
     if (length == 0) return out;
     const auto* bytes = reinterpret_cast<const unsigned char*>(text);
-    bool plain = true;
-    if (!IsAsciiOnly()) {
-        for (size_t i = 0; i < length && plain; ++i) plain = IsPlainAscii(bytes[i]);
-    }
-    if (plain) {
+    if (IsAsciiOnly() || detail::IsPlainAsciiText(text, length)) {
         // ASCII (or pass-through) text is its own UTF-8.
         AppendBytes(out, bytes, length);
         return out;
