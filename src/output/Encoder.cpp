@@ -230,8 +230,7 @@ CBinaryData CEncoder::LocalCodePageToUtf8Binary(const char* text, size_t length)
     size_t i = 0;
     while (i < length) {
         if (initial) {
-            size_t run = i;
-            while (run < length && IsPlainAscii(bytes[run])) ++run;
+            const size_t run = i + detail::PlainAsciiRun(bytes + i, length - i);
             if (run > i) {
                 if (run - i > kChunk - written) {  // a long run goes out directly
                     AppendBytes(out, staging, written);
