@@ -7,11 +7,13 @@
 // encodings (ESC, SO, SI) are left to the C library.
 #include "kvxml/output/Encoder.h"
 
+#include <algorithm>
 #include <atomic>
 #include <climits>
 #include <cstdint>
 #include <cstring>
 #include <cwchar>
+#include <memory>
 
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/values/UnicodeConversion.h"
@@ -43,6 +45,35 @@ void AppendBytes(CBinaryData& out, const unsigned char* bytes, size_t length) {
     CheckRoom(out, length);
     out.Append(bytes, static_cast<uint32_t>(length));
 }
+
+// A growable byte array that becomes a CBinaryData without a copy.
+class Utf8Array {
+public:
+    explicit Utf8Array(size_t capacity) : m_bytes(new unsigned char[capacity]), m_capacity(capacity) {}
+
+    // Space for `more` bytes at the end; CBinaryData lengths are 32-bit.
+    unsigned char* Room(size_t more) {
+        if (more > UINT32_MAX - m_length) throw CKvException("The text is too large to encode.");
+        if (more > m_capacity - m_length) {
+            const size_t capacity = std::max(2 * m_capacity, m_length + more);
+            std::unique_ptr<unsigned char[]> grown(new unsigned char[capacity]);
+            std::memcpy(grown.get(), m_bytes.get(), m_length);
+            m_bytes = std::move(grown);
+            m_capacity = capacity;
+        }
+        return m_bytes.get() + m_length;
+    }
+    void Grew(size_t count) { m_length += count; }
+    CBinaryData Release() {
+        const auto length = static_cast<uint32_t>(m_length);
+        return CBinaryData(m_bytes.release(), length, true);
+    }
+
+private:
+    std::unique_ptr<unsigned char[]> m_bytes;
+    size_t m_capacity;
+    size_t m_length = 0;
+};
 
 // Decodes local code page text and hands the wide characters to `sink`
 // in chunks of at most kChunk.
@@ -222,9 +253,9 @@ CBinaryData CEncoder::LocalCodePageToUtf8Binary(const char* text, size_t length)
     }
     // Mostly ASCII with a few local characters: ASCII runs are copied as
     // they are, only the rest goes through the C library one character at
-    // a time.
-    unsigned char staging[kChunk + 8];
-    size_t written = 0;
+    // a time. Written into one array sized for a few multi-byte characters
+    // and handed over whole, so the bytes are copied once.
+    Utf8Array utf8(length + length / 8 + 16);
     std::mbstate_t state{};
     bool initial = true;
     size_t i = 0;
@@ -232,14 +263,8 @@ CBinaryData CEncoder::LocalCodePageToUtf8Binary(const char* text, size_t length)
         if (initial) {
             const size_t run = i + detail::PlainAsciiRun(bytes + i, length - i);
             if (run > i) {
-                if (run - i > kChunk - written) {  // a long run goes out directly
-                    AppendBytes(out, staging, written);
-                    written = 0;
-                    AppendBytes(out, bytes + i, run - i);
-                } else {
-                    std::memcpy(staging + written, bytes + i, run - i);
-                    written += run - i;
-                }
+                std::memcpy(utf8.Room(run - i), bytes + i, run - i);
+                utf8.Grew(run - i);
                 i = run;
                 continue;
             }
@@ -256,19 +281,16 @@ CBinaryData CEncoder::LocalCodePageToUtf8Binary(const char* text, size_t length)
             i += got;
         }
         initial = std::mbsinit(&state) != 0;
-        if (written + 4 > kChunk) {
-            AppendBytes(out, staging, written);
-            written = 0;
-        }
-        const int one = UnicodeToUTF8(&wc, 1, staging + written, 4);
+        unsigned char* at = utf8.Room(4);
+        const int one = UnicodeToUTF8(&wc, 1, at, 4);
         if (one > 0) {
-            written += static_cast<size_t>(one);
+            utf8.Grew(static_cast<size_t>(one));
         } else {
-            staging[written++] = '?';
+            *at = '?';
+            utf8.Grew(1);
         }
     }
-    AppendBytes(out, staging, written);
-    return out;
+    return utf8.Release();
 }
 
 CBinaryData CEncoder::LocalCodePageToUnicodeBinary(const std::string& text) {
