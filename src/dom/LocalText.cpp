@@ -25,12 +25,14 @@ void AppendExcludingCR(std::string& out, const char* text, std::size_t length) {
     const char* end = text + length;
     while (text != end) {
         const void* cr = std::memchr(text, '\r', static_cast<std::size_t>(end - text));
+        // Appended by length: the iterator-range form takes the generic
+        // replace path, several times slower for these short pieces.
         if (!cr) {
-            out.append(text, end);
+            out.append(text, static_cast<std::size_t>(end - text));
             return;
         }
         const char* stop = static_cast<const char*>(cr);
-        out.append(text, stop);
+        out.append(text, static_cast<std::size_t>(stop - text));
         text = stop + 1;
     }
 }

@@ -7,13 +7,17 @@
 // encodings (ESC, SO, SI) are left to the C library.
 #include "kvxml/output/Encoder.h"
 
+#include <algorithm>
 #include <atomic>
 #include <climits>
 #include <cstdint>
+#include <cstring>
 #include <cwchar>
+#include <memory>
 
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/values/UnicodeConversion.h"
+#include "output/detail/PlainAscii.h"
 
 namespace KvXmlLib10 {
 
@@ -27,9 +31,7 @@ bool IsAsciiOnly() { return g_asciiOnly.load(std::memory_order_relaxed); }
 
 constexpr size_t kChunk = 4096;
 
-bool IsPlainAscii(unsigned char byte) {
-    return byte < 0x80 && byte != 0x1B && byte != 0x0E && byte != 0x0F;
-}
+using detail::IsPlainAscii;
 
 // CBinaryData lengths are 32-bit; refuse to wrap.
 void CheckRoom(const CBinaryData& out, size_t more) {
@@ -43,6 +45,35 @@ void AppendBytes(CBinaryData& out, const unsigned char* bytes, size_t length) {
     CheckRoom(out, length);
     out.Append(bytes, static_cast<uint32_t>(length));
 }
+
+// A growable byte array that becomes a CBinaryData without a copy.
+class Utf8Array {
+public:
+    explicit Utf8Array(size_t capacity) : m_bytes(new unsigned char[capacity]), m_capacity(capacity) {}
+
+    // Space for `more` bytes at the end; CBinaryData lengths are 32-bit.
+    unsigned char* Room(size_t more) {
+        if (more > UINT32_MAX - m_length) throw CKvException("The text is too large to encode.");
+        if (more > m_capacity - m_length) {
+            const size_t capacity = std::max(2 * m_capacity, m_length + more);
+            std::unique_ptr<unsigned char[]> grown(new unsigned char[capacity]);
+            std::memcpy(grown.get(), m_bytes.get(), m_length);
+            m_bytes = std::move(grown);
+            m_capacity = capacity;
+        }
+        return m_bytes.get() + m_length;
+    }
+    void Grew(size_t count) { m_length += count; }
+    CBinaryData Release() {
+        const auto length = static_cast<uint32_t>(m_length);
+        return CBinaryData(m_bytes.release(), length, true);
+    }
+
+private:
+    std::unique_ptr<unsigned char[]> m_bytes;
+    size_t m_capacity;
+    size_t m_length = 0;
+};
 
 // Decodes local code page text and hands the wide characters to `sink`
 // in chunks of at most kChunk.
@@ -215,18 +246,51 @@ CBinaryData CEncoder::LocalCodePageToUtf8Binary(const char* text, size_t length)
     CBinaryData out;
     if (length == 0) return out;
     const auto* bytes = reinterpret_cast<const unsigned char*>(text);
-    bool plain = true;
-    if (!IsAsciiOnly()) {
-        for (size_t i = 0; i < length && plain; ++i) plain = IsPlainAscii(bytes[i]);
-    }
-    if (plain) {
+    if (IsAsciiOnly() || detail::IsPlainAsciiText(text, length)) {
         // ASCII (or pass-through) text is its own UTF-8.
         AppendBytes(out, bytes, length);
         return out;
     }
-    DecodeLocal(text, length,
-                [&out](const wchar_t* chunk, size_t used) { AppendUnicodeAsUtf8(chunk, used, out); });
-    return out;
+    // Mostly ASCII with a few local characters: ASCII runs are copied as
+    // they are, only the rest goes through the C library one character at
+    // a time. Written into one array sized for a few multi-byte characters
+    // and handed over whole, so the bytes are copied once.
+    Utf8Array utf8(length + length / 8 + 16);
+    std::mbstate_t state{};
+    bool initial = true;
+    size_t i = 0;
+    while (i < length) {
+        if (initial) {
+            const size_t run = i + detail::PlainAsciiRun(bytes + i, length - i);
+            if (run > i) {
+                std::memcpy(utf8.Room(run - i), bytes + i, run - i);
+                utf8.Grew(run - i);
+                i = run;
+                continue;
+            }
+        }
+        wchar_t wc = 0;
+        const size_t got = std::mbrtowc(&wc, text + i, length - i, &state);
+        if (got == 0) {  // the NUL character
+            ++i;
+        } else if (got > length - i) {  // invalid, incomplete or not a character of its own
+            wc = L'?';
+            ++i;
+            state = std::mbstate_t{};
+        } else {
+            i += got;
+        }
+        initial = std::mbsinit(&state) != 0;
+        unsigned char* at = utf8.Room(4);
+        const int one = UnicodeToUTF8(&wc, 1, at, 4);
+        if (one > 0) {
+            utf8.Grew(static_cast<size_t>(one));
+        } else {
+            *at = '?';
+            utf8.Grew(1);
+        }
+    }
+    return utf8.Release();
 }
 
 CBinaryData CEncoder::LocalCodePageToUnicodeBinary(const std::string& text) {

@@ -111,6 +111,23 @@ CXmlWriter::CXmlWriterContext::~CXmlWriterContext() {
     }
 }
 
+void CXmlWriter::CXmlWriterContext::Reuse(const std::string& localName, const std::string& namespaceUri,
+                                          CXmlWriterContext* parent) {
+    m_childCount = 0;
+    m_startTagOpen = true;
+    m_depth = parent->m_depth + 1;
+    m_namespaceUri = namespaceUri;
+    m_localName = localName;
+    m_parent = parent;
+    m_flag = false;
+    m_defaultNamespace.clear();
+    m_inheritsFromParent = true;
+    m_ownsMap = false;
+    m_scope = parent->m_scope;
+    m_mapOwner = parent->m_mapOwner;
+    m_lowestFreePrefix = 0;
+}
+
 void CXmlWriter::CXmlWriterContext::UndoScopeChanges() {
     if (m_shadowed.empty()) return;
     NamespaceMap& map = *m_mapOwner->m_namespaceMap;
@@ -200,7 +217,10 @@ CXmlWriter::CXmlWriter(const char* className)
     AddNamespace("xml", XML_NAMESPACE);
 }
 
-CXmlWriter::~CXmlWriter() { delete m_currentContext; }
+CXmlWriter::~CXmlWriter() {
+    delete m_currentContext;
+    for (CXmlWriterContext* spare : m_spareContexts) delete spare;
+}
 
 void CXmlWriter::Open() {}
 
@@ -274,7 +294,18 @@ std::string CXmlWriter::GetUniquePrefix(const NamespaceMap& map) {
 CXmlWriter::CXmlWriterContext* CXmlWriter::PushContext(const std::string& localName,
                                                        const std::string& namespaceUri) {
     CXmlWriterContext* context;
-    if (m_currentContext) {
+    // While instances are counted every element gets a context of its own.
+    if (m_currentContext && !m_spareContexts.empty() && !CInstanceMonitor::IsCounting()) {
+        context = m_spareContexts.back();
+        m_spareContexts.pop_back();
+        try {
+            context->Reuse(localName, namespaceUri, m_currentContext);
+        } catch (...) {
+            context->m_parent = nullptr;
+            delete context;
+            throw;
+        }
+    } else if (m_currentContext) {
         context = new CXmlWriterContext(localName, namespaceUri, m_currentContext);
     } else {
         context = new CXmlWriterContext(localName, namespaceUri, m_defaultNamespace,
@@ -289,7 +320,18 @@ void CXmlWriter::PopContext() {
     if (!context) return;
     m_currentContext = context->m_parent;
     context->m_parent = nullptr;
-    delete context;
+    // The root owns the shared map; a counted context must end when its
+    // element does.
+    if (!m_currentContext || context->m_namespaceMap || context->IsCounted() || CInstanceMonitor::IsCounting()) {
+        delete context;
+        return;
+    }
+    context->UndoScopeChanges();
+    try {
+        m_spareContexts.push_back(context);
+    } catch (...) {
+        delete context;
+    }
 }
 
 }  // namespace KvXmlLib10

@@ -11,6 +11,7 @@
 #include "kvxml/validation/RegEx.h"
 #include "kvxml/values/BinaryData.h"
 #include "foundation/detail/OrEmpty.h"
+#include "output/detail/PlainAscii.h"
 
 namespace KvXmlLib10 {
 
@@ -45,9 +46,13 @@ void CXmlObjectHelper::CheckRestrictionForstring(const char* name, std::string v
     // The value goes to TestRegEx already in UTF-8, and TestRegEx converts
     // its argument from the local code page once more: only ASCII survives
     // both unchanged. Kept so that patterns match as they always have.
-    const CBinaryData utf8 = CEncoder::LocalCodePageToUtf8Binary(value);
     std::string converted;
-    if (utf8.GetLength() != 0) converted.assign(reinterpret_cast<const char*>(utf8.GetData()), utf8.GetLength());
+    if (detail::IsPlainAsciiText(value.data(), value.size())) {
+        converted = value;  // its own UTF-8
+    } else {
+        const CBinaryData utf8 = CEncoder::LocalCodePageToUtf8Binary(value);
+        if (utf8.GetLength() != 0) converted.assign(reinterpret_cast<const char*>(utf8.GetData()), utf8.GetLength());
+    }
 
     bool matches = false;
     try {

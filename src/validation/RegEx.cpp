@@ -21,6 +21,7 @@
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/output/Encoder.h"
+#include "output/detail/PlainAscii.h"
 #include "validation/detail/PatternTranslation.h"
 
 namespace KvXmlLib10 {
@@ -126,9 +127,15 @@ bool TestRegEx(std::string pattern, std::string value) {
     if (!matchData || !context) throw std::bad_alloc();
 
     // The value, like a C string, ends at its first NUL.
-    const CBinaryData utf8 = CEncoder::LocalCodePageToUtf8Binary(value);
-    const char* subject = utf8.GetLength() ? reinterpret_cast<const char*>(utf8.GetData()) : "";
-    size_t length = utf8.GetLength();
+    // Plain ASCII is its own UTF-8 and needs no converted copy.
+    CBinaryData utf8;
+    const char* subject = value.c_str();
+    size_t length = value.size();
+    if (!detail::IsPlainAsciiText(value.data(), value.size())) {
+        utf8 = CEncoder::LocalCodePageToUtf8Binary(value);
+        subject = utf8.GetLength() ? reinterpret_cast<const char*>(utf8.GetData()) : "";
+        length = utf8.GetLength();
+    }
     if (const void* nul = std::memchr(subject, '\0', length)) {
         length = static_cast<size_t>(static_cast<const char*>(nul) - subject);
     }

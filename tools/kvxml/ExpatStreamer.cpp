@@ -1,6 +1,7 @@
 // ExpatStreamer.cpp - XML text to visitor events straight from expat, without a tree.
 #include <expat.h>
 
+#include <cstring>
 #include <stdexcept>
 #include <string>
 
@@ -28,14 +29,12 @@ public:
 private:
     // "uri<separator>local" or "local".
     static void Split(const char* name, std::string& uri, std::string& local) {
-        const char* cut = name;
-        while (*cut && *cut != kSeparator) ++cut;
-        if (*cut) {
+        if (const char* cut = std::strchr(name, kSeparator)) {
             uri.assign(name, cut);
             local.assign(cut + 1);
         } else {
             uri.clear();
-            local.assign(name, cut);
+            local.assign(name);
         }
     }
 

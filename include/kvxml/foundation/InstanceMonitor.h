@@ -24,6 +24,10 @@ public:
     /// Live instances of the named class created while counting was on.
     static std::size_t GetLiveCount(const char* className);
 
+protected:
+    /// True when this instance is among the live counts.
+    bool IsCounted() const { return m_countedAs != nullptr; }
+
 private:
     void Count(const char* className);
 

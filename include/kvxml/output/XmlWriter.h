@@ -88,6 +88,9 @@ public:
     private:
         friend class CXmlWriter;
 
+        /// Makes an ended child context a fresh child of `parent` again,
+        /// keeping its string capacity.
+        void Reuse(const std::string& localName, const std::string& namespaceUri, CXmlWriterContext* parent);
         void MarkScopeChanged();
         /// Counts prefixes in use in the shared map (owner only).
         void CountPrefix(const std::string& prefix);
@@ -176,6 +179,9 @@ private:
     CXmlWriterContext* m_currentContext;
     NamespaceMap m_pendingNamespaces;
     bool m_undeclareDefault;
+    // Ended child contexts kept for the next elements (at most the deepest
+    // nesting seen), so writing an element allocates nothing.
+    std::vector<CXmlWriterContext*> m_spareContexts;
 };
 
 }  // namespace KvXmlLib10

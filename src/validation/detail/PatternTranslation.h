@@ -9,6 +9,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace KvXmlLib10 {
 namespace detail {
@@ -39,7 +40,7 @@ constexpr EscapeRewrite kEscapeRewrites[] = {
 };
 
 // Every non-overlapping occurrence of find, leftmost first, replaced by with.
-inline void ReplaceEvery(std::string& text, const std::string& find, const std::string& with) {
+inline void ReplaceEvery(std::string& text, std::string_view find, std::string_view with) {
     size_t at = text.find(find);
     if (find.empty() || at == std::string::npos) return;
     std::string out;
@@ -57,6 +58,8 @@ inline void ReplaceEvery(std::string& text, const std::string& find, const std::
 // The PCRE2 pattern for an XML Schema pattern: escapes rewritten, anchored
 // at both ends. A raw 0x01 byte in the input comes out as an escaped backslash.
 inline std::string TranslatePattern(std::string pattern) {
+    // Without a backslash or a stand-in byte there is nothing to rewrite.
+    if (pattern.find_first_of("\\\x01") == std::string::npos) return "^" + pattern + "$";
     ReplaceEvery(pattern, "\\\\", kProtectedBackslash);
     for (const EscapeRewrite& escape : kEscapeRewrites) ReplaceEvery(pattern, escape.schema, escape.pcre);
     ReplaceEvery(pattern, kProtectedBackslash, "\\\\");
