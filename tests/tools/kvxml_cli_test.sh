@@ -63,9 +63,15 @@ printf '<a>\n<b></a>\n' >bad.xml
 expect_status 1 "$kvxml" convert bad.xml bad.fi
 grep -q "bad.xml: .*line 2" err.txt || fail "no file and line in: $(cat err.txt)"
 [[ ! -e bad.fi ]] || fail "a failed conversion left bad.fi behind"
+# Fast Infoset failures name the byte where the reader stopped.
 head -c 20 doc.fi >cut.fi
 expect_status 1 "$kvxml" convert cut.fi cut.xml
-grep -q "cut.fi: " err.txt || fail "no file name in: $(cat err.txt)"
+grep -Eqx "kvxml: cut.fi: byte 1?[0-9]: Failed to parse FastInfoset. Unexpected End of File." err.txt ||
+  fail "truncated: $(cat err.txt)"
+printf '\xe0\x00\x00\x01\x00\x78\x00' >forged.fi
+expect_status 1 "$kvxml" convert forged.fi forged.xml
+grep -qx "kvxml: forged.fi: byte 7: Failed to parse FastInfoset. Invalid Encoding of Element type." err.txt ||
+  fail "forged: $(cat err.txt)"
 
 ((failures == 0)) && echo "all checks passed"
 ((failures == 0))

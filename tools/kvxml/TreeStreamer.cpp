@@ -85,8 +85,11 @@ void StreamDocument(const Input& input, TreeVisitor& visitor) {
     try {
         document.LoadXmlStream(const_cast<unsigned char*>(input.Data()), static_cast<uint32_t>(input.Size()));
     } catch (const CKvException& error) {
-        // XML text errors end with their line; Fast Infoset ones say what broke.
-        throw std::runtime_error(input.Name() + ": " + error.GetMessage());
+        // XML text errors end with their line; Fast Infoset ones are fixed
+        // texts, so the place comes from the document.
+        const int64_t offset = document.GetErrorOffset();
+        const std::string place = offset < 0 ? std::string() : "byte " + std::to_string(offset) + ": ";
+        throw std::runtime_error(input.Name() + ": " + place + error.GetMessage());
     }
 }
 
