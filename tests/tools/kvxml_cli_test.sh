@@ -42,6 +42,21 @@ expect_status 0 "$kvxml" convert --zlib doc.xml doc.xml.zz --to xml
 expect_status 0 "$kvxml" convert doc.fi.gz unzipped.xml
 cmp -s back.xml unzipped.xml || fail "gzip input did not convert like plain input"
 
+# Compressed XML text streams through the inflater: whole, in two gzip
+# members, and from a pipe, it converts like the plain text.
+gzip -nc doc.xml >doc.xml.gz
+expect_status 0 "$kvxml" convert doc.xml.gz fromgz.fi
+cmp -s doc.fi fromgz.fi || fail "gzip XML input did not convert like plain input"
+head -c 60 doc.xml | gzip -c >two.xml.gz && tail -c +61 doc.xml | gzip -c >>two.xml.gz
+expect_status 0 "$kvxml" convert - frompipe.fi <two.xml.gz
+cmp -s doc.fi frompipe.fi || fail "two gzip members from a pipe did not convert like plain input"
+head -c 30 doc.xml.gz >cut.xml.gz
+expect_status 1 "$kvxml" convert cut.xml.gz cut.fi
+grep -qx "kvxml: cut.xml.gz: truncated compressed data at byte 30" err.txt || fail "cut gzip: $(cat err.txt)"
+{ head -c 10 doc.xml.gz; printf '\xff'; tail -c +12 doc.xml.gz; } >bad.xml.gz  # a reserved block type
+expect_status 1 "$kvxml" convert bad.xml.gz bad.fi
+grep -Eq "^kvxml: bad.xml.gz: corrupt compressed data at byte 1[01]$" err.txt || fail "corrupt gzip: $(cat err.txt)"
+
 # The report.
 expect_status 0 "$kvxml" info doc.fi.gz
 for line in "format: fastinfoset" "compression: gzip" "elements: 4" "attributes: 2" "element names 3"; do
