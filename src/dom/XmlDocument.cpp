@@ -209,11 +209,14 @@ void CXmlDocument::InflateIfCompressed() {
 }
 
 void CXmlDocument::Parse() {
+    m_errorOffset = -1;
     InflateIfCompressed();
     bool fastInfoset = false;
+    CFastInfosetReader reader(m_context->GetFIContext(), *this);
     try {
-        fastInfoset = CFastInfosetReader(m_context->GetFIContext(), *this).Parse();
+        fastInfoset = reader.Parse();
     } catch (...) {
+        m_errorOffset = static_cast<int64_t>(reader.Offset());
         ReleaseInput();
         throw;
     }
@@ -222,6 +225,7 @@ void CXmlDocument::Parse() {
 }
 
 void CXmlDocument::ParseText() {
+    m_errorOffset = -1;
     // The input is needed only while expat runs; the tree never points into it.
     struct InputRelease {
         CXmlDocument& document;

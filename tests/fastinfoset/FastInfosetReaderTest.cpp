@@ -161,6 +161,15 @@ TEST(FastInfosetReader, BadInputGetsOneOfTheMessages) {
     for (const auto& c : cases) {
         EXPECT_KV_THROW(Load(kHeader + c.bytes), CKvException, c.message);
     }
+
+    // The messages are fixed texts; the document keeps where the reader stopped.
+    CXmlDocument document;
+    EXPECT_THROW(Load(document, kHeader + Bytes("00 90")), CKvException);
+    EXPECT_EQ(document.GetErrorOffset(), 6);
+    EXPECT_THROW(Load(document, kHeader + Bytes("00 3C 00 72 83 7F FF FF FF 61")), CKvException);
+    EXPECT_EQ(document.GetErrorOffset(), 13);  // the start of the string that runs past the end
+    EXPECT_THROW(Load(document, "<r>"), CKvException);
+    EXPECT_EQ(document.GetErrorOffset(), -1);
 }
 
 TEST(FastInfosetReader, DeepNestingNeedsNoRecursion) {

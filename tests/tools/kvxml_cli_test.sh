@@ -42,6 +42,21 @@ expect_status 0 "$kvxml" convert --zlib doc.xml doc.xml.zz --to xml
 expect_status 0 "$kvxml" convert doc.fi.gz unzipped.xml
 cmp -s back.xml unzipped.xml || fail "gzip input did not convert like plain input"
 
+# Compressed XML text streams through the inflater: whole, in two gzip
+# members, and from a pipe, it converts like the plain text.
+gzip -nc doc.xml >doc.xml.gz
+expect_status 0 "$kvxml" convert doc.xml.gz fromgz.fi
+cmp -s doc.fi fromgz.fi || fail "gzip XML input did not convert like plain input"
+head -c 60 doc.xml | gzip -c >two.xml.gz && tail -c +61 doc.xml | gzip -c >>two.xml.gz
+expect_status 0 "$kvxml" convert - frompipe.fi <two.xml.gz
+cmp -s doc.fi frompipe.fi || fail "two gzip members from a pipe did not convert like plain input"
+head -c 30 doc.xml.gz >cut.xml.gz
+expect_status 1 "$kvxml" convert cut.xml.gz cut.fi
+grep -qx "kvxml: cut.xml.gz: truncated compressed data at byte 30" err.txt || fail "cut gzip: $(cat err.txt)"
+{ head -c 10 doc.xml.gz; printf '\xff'; tail -c +12 doc.xml.gz; } >bad.xml.gz  # a reserved block type
+expect_status 1 "$kvxml" convert bad.xml.gz bad.fi
+grep -Eq "^kvxml: bad.xml.gz: corrupt compressed data at byte 1[01]$" err.txt || fail "corrupt gzip: $(cat err.txt)"
+
 # The report.
 expect_status 0 "$kvxml" info doc.fi.gz
 for line in "format: fastinfoset" "compression: gzip" "elements: 4" "attributes: 2" "element names 3"; do
@@ -63,9 +78,15 @@ printf '<a>\n<b></a>\n' >bad.xml
 expect_status 1 "$kvxml" convert bad.xml bad.fi
 grep -q "bad.xml: .*line 2" err.txt || fail "no file and line in: $(cat err.txt)"
 [[ ! -e bad.fi ]] || fail "a failed conversion left bad.fi behind"
+# Fast Infoset failures name the byte where the reader stopped.
 head -c 20 doc.fi >cut.fi
 expect_status 1 "$kvxml" convert cut.fi cut.xml
-grep -q "cut.fi: " err.txt || fail "no file name in: $(cat err.txt)"
+grep -Eqx "kvxml: cut.fi: byte 1?[0-9]: Failed to parse FastInfoset. Unexpected End of File." err.txt ||
+  fail "truncated: $(cat err.txt)"
+printf '\xe0\x00\x00\x01\x00\x78\x00' >forged.fi
+expect_status 1 "$kvxml" convert forged.fi forged.xml
+grep -qx "kvxml: forged.fi: byte 7: Failed to parse FastInfoset. Invalid Encoding of Element type." err.txt ||
+  fail "forged: $(cat err.txt)"
 
 ((failures == 0)) && echo "all checks passed"
 ((failures == 0))

@@ -155,7 +155,7 @@ private:
 };
 
 // XML text goes straight through expat; Fast Infoset through the document.
-void Stream(const Input& input, TreeVisitor& visitor) {
+void Stream(Input& input, TreeVisitor& visitor) {
     if (input.GetFormat() == Format::Xml) {
         StreamXmlText(input, visitor);
     } else {
@@ -166,7 +166,7 @@ void Stream(const Input& input, TreeVisitor& visitor) {
 }  // namespace
 
 void Convert(const ConvertOptions& options) {
-    const Input input(options.in);
+    Input input(options.in);
     Format target = input.GetFormat() == Format::Xml ? Format::FastInfoset : Format::Xml;
     const std::string extension = options.to.empty() ? Extension(options.out) : options.to;
     if (extension == "xml") target = Format::Xml;
@@ -241,7 +241,7 @@ public:
 }  // namespace
 
 void Info(const std::string& path, std::FILE* out) {
-    const Input input(path);
+    Input input(path);
     InfoVisitor info;
     Stream(input, info);
     info.namespaces.erase(std::string());

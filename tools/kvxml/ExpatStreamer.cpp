@@ -1,6 +1,7 @@
 // ExpatStreamer.cpp - XML text to visitor events straight from expat, without a tree.
 #include <expat.h>
 
+#include <algorithm>
 #include <cstring>
 #include <stdexcept>
 #include <string>
@@ -68,9 +69,16 @@ private:
     std::string m_value;
 };
 
+void Feed(XML_Parser parser, const Input& input, const char* data, std::size_t size, bool last) {
+    if (XML_Parse(parser, data, static_cast<int>(size), last) != XML_STATUS_OK) {
+        throw std::runtime_error(input.Name() + ": " + XML_ErrorString(XML_GetErrorCode(parser)) + " at line " +
+                                 std::to_string(XML_GetCurrentLineNumber(parser)));
+    }
+}
+
 }  // namespace
 
-void StreamXmlText(const Input& input, TreeVisitor& visitor) {
+void StreamXmlText(Input& input, TreeVisitor& visitor) {
     XML_Parser parser = XML_ParserCreateNS(nullptr, kSeparator);
     if (!parser) throw std::runtime_error(input.Name() + ": out of memory");
     ExpatStreamer streamer(visitor);
@@ -78,18 +86,16 @@ void StreamXmlText(const Input& input, TreeVisitor& visitor) {
     XML_SetElementHandler(parser, &ExpatStreamer::OnStart, &ExpatStreamer::OnEnd);
     XML_SetCharacterDataHandler(parser, &ExpatStreamer::OnText);
     try {
-        const char* at = reinterpret_cast<const char*>(input.Data());
-        std::size_t left = input.Size();
-        do {
-            const std::size_t piece = left < kPiece ? left : kPiece;
-            left -= piece;
-            if (XML_Parse(parser, at, static_cast<int>(piece), left == 0) != XML_STATUS_OK) {
-                const std::string message = input.Name() + ": " + XML_ErrorString(XML_GetErrorCode(parser)) +
-                                            " at line " + std::to_string(XML_GetCurrentLineNumber(parser));
-                throw std::runtime_error(message);
+        const unsigned char* data = nullptr;
+        std::size_t size = 0;
+        while (input.Next(data, size)) {
+            for (std::size_t done = 0; done < size;) {
+                const std::size_t piece = std::min(size - done, kPiece);
+                Feed(parser, input, reinterpret_cast<const char*>(data) + done, piece, false);
+                done += piece;
             }
-            at += piece;
-        } while (left > 0);
+        }
+        Feed(parser, input, nullptr, 0, true);
     } catch (...) {
         XML_ParserFree(parser);
         throw;

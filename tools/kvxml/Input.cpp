@@ -7,9 +7,12 @@
 #include <unistd.h>
 #include <zlib.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <stdexcept>
+
+#include "kvxml/output/KvZip.h"
 
 namespace kvxml_cli {
 
@@ -57,88 +60,166 @@ const char* CompressionName(Compression compression) {
     }
 }
 
+// One zlib stream over all the members of the input.
+struct Input::Inflater {
+    Inflater() {
+        if (inflateInit2(&stream, 15 + 32) != Z_OK) throw std::bad_alloc();
+    }
+    ~Inflater() { inflateEnd(&stream); }
+    z_stream stream{};
+    bool inMember = false;
+};
+
 Input::Input(const std::string& path) : m_name(path == "-" ? "<stdin>" : path) {
-    const int fd = path == "-" ? STDIN_FILENO : ::open(path.c_str(), O_RDONLY);
-    if (fd < 0) throw Failure(m_name, std::strerror(errno));
+    m_fd = path == "-" ? STDIN_FILENO : ::open(path.c_str(), O_RDONLY);
+    if (m_fd < 0) throw Failure(m_name, std::strerror(errno));
     struct stat info {};
-    if (fd != STDIN_FILENO && ::fstat(fd, &info) == 0 && S_ISREG(info.st_mode) && info.st_size > 0) {
+    if (m_fd != STDIN_FILENO && ::fstat(m_fd, &info) == 0 && S_ISREG(info.st_mode) && info.st_size > 0) {
         m_mappedSize = static_cast<std::size_t>(info.st_size);
-        void* mapped = ::mmap(nullptr, m_mappedSize, PROT_READ, MAP_PRIVATE, fd, 0);
-        ::close(fd);
-        if (mapped == MAP_FAILED) throw Failure(m_name, std::strerror(errno));
+        void* mapped = ::mmap(nullptr, m_mappedSize, PROT_READ, MAP_PRIVATE, m_fd, 0);
+        const int error = errno;
+        ::close(m_fd);
+        m_fd = -1;
+        if (mapped == MAP_FAILED) throw Failure(m_name, std::strerror(error));
         m_mapped = static_cast<unsigned char*>(mapped);
         ::madvise(m_mapped, m_mappedSize, MADV_SEQUENTIAL);
-        m_data = m_mapped;
-        m_size = m_mappedSize;
-    } else {
-        unsigned char chunk[1 << 16];
-        for (;;) {
-            const ssize_t got = ::read(fd, chunk, sizeof chunk);
-            if (got == 0) break;
-            if (got < 0) {
-                if (errno == EINTR) continue;
-                const int error = errno;
-                if (fd != STDIN_FILENO) ::close(fd);
-                throw Failure(m_name, std::strerror(error));
-            }
-            m_owned.insert(m_owned.end(), chunk, chunk + got);
-        }
-        if (fd != STDIN_FILENO) ::close(fd);
-        m_data = m_owned.data();
-        m_size = m_owned.size();
+        m_rawSize = m_mappedSize;
     }
-    m_rawSize = m_size;
-    if (m_size == 0) throw Failure(m_name, "empty input");
-    m_compression = Sniff(m_data, m_size);
-    if (m_compression != Compression::None) Inflate();
-    m_format = LooksLikeFastInfoset(m_data, m_size) ? Format::FastInfoset : Format::Xml;
+    const unsigned char* first = nullptr;
+    std::size_t firstSize = 0;
+    if (!NextRaw(first, firstSize)) throw Failure(m_name, "empty input");
+    m_compression = Sniff(first, firstSize);
+    if (m_compression != Compression::None && !StartInflating()) {
+        // Not a compressed stream after all: take the bytes as they are.
+        m_compression = Compression::None;
+        m_inflater.reset();
+        m_head = first;
+        m_headSize = firstSize;
+    } else if (m_compression == Compression::None) {
+        m_head = first;
+        m_headSize = firstSize;
+    }
+    m_format = LooksLikeFastInfoset(m_head, m_headSize) ? Format::FastInfoset : Format::Xml;
 }
 
 Input::~Input() {
     if (m_mapped) ::munmap(m_mapped, m_mappedSize);
+    if (m_fd > STDIN_FILENO) ::close(m_fd);
 }
 
-void Input::Inflate() {
-    z_stream stream{};
-    if (inflateInit2(&stream, 15 + 32) != Z_OK) throw Failure(m_name, "cannot start inflating");
-    std::vector<unsigned char> out;
-    stream.next_in = const_cast<unsigned char*>(m_data);
-    std::size_t remaining = m_size;
-    int status = Z_OK;
-    unsigned char chunk[1 << 16];
-    while (status != Z_STREAM_END) {
-        if (stream.avail_in == 0) {
-            const std::size_t part = remaining > (1u << 30) ? (1u << 30) : remaining;
-            stream.avail_in = static_cast<uInt>(part);
-            remaining -= part;
-        }
-        stream.next_out = chunk;
-        stream.avail_out = sizeof chunk;
-        status = inflate(&stream, Z_NO_FLUSH);
-        if (status != Z_OK && status != Z_STREAM_END) {
-            inflateEnd(&stream);
-            // Not a compressed stream after all: take the bytes as they are.
-            if (out.empty() && status == Z_DATA_ERROR) {
-                m_compression = Compression::None;
-                return;
-            }
-            throw Failure(m_name, "corrupt or truncated compressed data at byte " + std::to_string(stream.total_in));
-        }
-        out.insert(out.end(), chunk, chunk + (sizeof chunk - stream.avail_out));
-        if (status == Z_OK && stream.avail_in == 0 && remaining == 0) {
-            inflateEnd(&stream);
-            throw Failure(m_name, "truncated compressed data at byte " + std::to_string(stream.total_in));
-        }
-    }
-    inflateEnd(&stream);
-    m_owned.swap(out);
+bool Input::NextRaw(const unsigned char*& data, std::size_t& size) {
     if (m_mapped) {
-        ::munmap(m_mapped, m_mappedSize);
-        m_mapped = nullptr;
+        // Slices that zlib's 32-bit counts can take.
+        size = std::min<std::size_t>(m_mappedSize - m_mappedAt, std::size_t{1} << 30);
+        data = m_mapped + m_mappedAt;
+        m_mappedAt += size;
+        return size != 0;
     }
-    m_data = m_owned.data();
-    m_size = m_owned.size();
-    if (m_size == 0) throw Failure(m_name, "empty input");
+    if (m_rawDone) return false;
+    m_raw.resize(std::size_t{1} << 18);
+    for (;;) {
+        const ssize_t got = ::read(m_fd, m_raw.data(), m_raw.size());
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) throw Failure(m_name, std::strerror(errno));
+        if (got == 0) {
+            m_rawDone = true;
+            return false;
+        }
+        m_rawSize += static_cast<uint64_t>(got);
+        data = m_raw.data();
+        size = static_cast<std::size_t>(got);
+        return true;
+    }
+}
+
+// Inflates the first piece, which must be there; false when the first
+// bytes do not inflate at all.
+bool Input::StartInflating() {
+    m_inflater = std::make_unique<Inflater>();
+    z_stream& stream = m_inflater->stream;
+    const unsigned char* first = m_mapped ? m_mapped : m_raw.data();
+    stream.next_in = const_cast<unsigned char*>(first);
+    stream.avail_in = static_cast<uInt>(m_mapped ? m_mappedAt : m_rawSize);
+    m_rawFed = stream.avail_in;
+    m_inflater->inMember = true;
+    bool got = false;
+    try {
+        got = NextInflated(m_head, m_headSize);
+    } catch (const std::runtime_error&) {
+        // Only the zlib test can pass by chance on plain text.
+        if (m_compression == Compression::Gzip || m_rawFed != (m_mapped ? m_mappedAt : m_rawSize)) throw;
+        return false;
+    }
+    if (!got) throw Failure(m_name, "empty input");
+    return true;
+}
+
+bool Input::NextInflated(const unsigned char*& data, std::size_t& size) {
+    z_stream& stream = m_inflater->stream;
+    m_out.resize(std::size_t{1} << 18);
+    for (;;) {
+        if (stream.avail_in == 0) {
+            const unsigned char* raw = nullptr;
+            std::size_t rawSize = 0;
+            if (!NextRaw(raw, rawSize)) {
+                if (m_inflater->inMember)
+                    throw Failure(m_name, "truncated compressed data at byte " + std::to_string(m_rawFed));
+                return false;
+            }
+            stream.next_in = const_cast<unsigned char*>(raw);
+            stream.avail_in = static_cast<uInt>(rawSize);
+            m_rawFed += rawSize;
+        }
+        if (!m_inflater->inMember) {  // a further gzip member follows
+            inflateReset(&stream);
+            m_inflater->inMember = true;
+        }
+        stream.next_out = m_out.data();
+        stream.avail_out = static_cast<uInt>(m_out.size());
+        const int status = inflate(&stream, Z_NO_FLUSH);
+        if (status == Z_STREAM_END) {
+            m_inflater->inMember = false;
+        } else if (status != Z_OK && status != Z_BUF_ERROR) {
+            throw Failure(m_name, "corrupt compressed data at byte " + std::to_string(m_rawFed - stream.avail_in));
+        }
+        const std::size_t produced = m_out.size() - stream.avail_out;
+        if (produced != 0) {
+            data = m_out.data();
+            size = produced;
+            return true;
+        }
+    }
+}
+
+bool Input::Next(const unsigned char*& data, std::size_t& size) {
+    if (m_head) {
+        data = m_head;
+        size = m_headSize;
+        m_head = nullptr;
+    } else if (!(m_inflater ? NextInflated(data, size) : NextRaw(data, size))) {
+        return false;
+    }
+    m_size += size;
+    return true;
+}
+
+void Input::ReadAll(const unsigned char*& data, std::size_t& size) {
+    // A mapped plain file is whole already.
+    if (m_mapped && !m_inflater && m_head == m_mapped && m_headSize == m_mappedSize) {
+        Next(data, size);
+        return;
+    }
+    const uint64_t limit = m_inflater ? KvXmlLib10::CKvZip::GetMaxDecompressedSize() : UINT64_MAX;
+    const unsigned char* piece = nullptr;
+    std::size_t pieceSize = 0;
+    while (Next(piece, pieceSize)) {
+        if (m_size > limit)
+            throw Failure(m_name, "compressed input inflates past the limit of " + std::to_string(limit) +
+                                      " bytes (see CKvZip::SetMaxDecompressedSize)");
+        m_all.insert(m_all.end(), piece, piece + pieceSize);
+    }
+    data = m_all.data();
+    size = m_all.size();
 }
 
 }  // namespace kvxml_cli

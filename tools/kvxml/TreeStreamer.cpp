@@ -77,16 +77,23 @@ Streamer* Streamer::s_active = nullptr;
 
 }  // namespace
 
-void StreamDocument(const Input& input, TreeVisitor& visitor) {
+void StreamDocument(Input& input, TreeVisitor& visitor) {
     Streamer streamer(visitor);
     Streamer::s_active = &streamer;
-    if (input.Size() > UINT32_MAX) throw std::runtime_error(input.Name() + ": documents over 4 GiB are not supported");
+    // The Fast Infoset reader works on the whole document.
+    const unsigned char* data = nullptr;
+    std::size_t size = 0;
+    input.ReadAll(data, size);
+    if (size > UINT32_MAX) throw std::runtime_error(input.Name() + ": documents over 4 GiB are not supported");
     CXmlDocument document(&Streamer::OnComplete);
     try {
-        document.LoadXmlStream(const_cast<unsigned char*>(input.Data()), static_cast<uint32_t>(input.Size()));
+        document.LoadXmlStream(const_cast<unsigned char*>(data), static_cast<uint32_t>(size));
     } catch (const CKvException& error) {
-        // XML text errors end with their line; Fast Infoset ones say what broke.
-        throw std::runtime_error(input.Name() + ": " + error.GetMessage());
+        // XML text errors end with their line; Fast Infoset ones are fixed
+        // texts, so the place comes from the document.
+        const int64_t offset = document.GetErrorOffset();
+        const std::string place = offset < 0 ? std::string() : "byte " + std::to_string(offset) + ": ";
+        throw std::runtime_error(input.Name() + ": " + place + error.GetMessage());
     }
 }
 

@@ -34,10 +34,10 @@ public:
 /// Loads the input (XML text or Fast Infoset) into a document that keeps
 /// only the open path and visits every element. Throws std::runtime_error
 /// naming the input.
-void StreamDocument(const Input& input, TreeVisitor& visitor);
+void StreamDocument(Input& input, TreeVisitor& visitor);
 
 /// XML text straight through expat, in pieces. Throws std::runtime_error
 /// naming the input and the line.
-void StreamXmlText(const Input& input, TreeVisitor& visitor);
+void StreamXmlText(Input& input, TreeVisitor& visitor);
 
 }  // namespace kvxml_cli

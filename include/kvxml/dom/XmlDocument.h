@@ -66,6 +66,12 @@ public:
     void Parse();
     /// Parses the loaded bytes as XML text.
     void ParseText();
+    /// Where the last Parse() stopped on failing Fast Infoset input: the
+    /// octet offset, in the inflated bytes, at which the reader was when it
+    /// threw; -1 when the last parse did not fail in the Fast Infoset reader.
+    /// Its messages are fixed texts, so a caller that reports a position
+    /// takes it from here.
+    int64_t GetErrorOffset() const { return m_errorOffset; }
 
     /// The root of the tree, owned by the document; null before a load.
     CXmlElement* GetDocumentElement() const { return m_documentElement; }
@@ -120,6 +126,7 @@ private:
     std::unique_ptr<unsigned char[]> m_buffer;
     const unsigned char* m_input = nullptr;
     std::size_t m_inputLength = 0;
+    int64_t m_errorOffset = -1;
     SchemaType m_schemaType = SchemaType_Default;
     bool (*m_callback)(CXmlElement*) = nullptr;
     const CXmlSerializationContext* m_context;

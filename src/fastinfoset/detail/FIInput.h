@@ -47,9 +47,10 @@ constexpr uint32_t kFIMaxIndex = uint32_t{1} << 20;
 
 class FIInput {
 public:
-    FIInput(const unsigned char* begin, const unsigned char* end) : m_at(begin), m_end(end) {}
+    FIInput(const unsigned char* begin, const unsigned char* end) : m_begin(begin), m_at(begin), m_end(end) {}
 
     std::size_t Remaining() const { return static_cast<std::size_t>(m_end - m_at); }
+    std::size_t Consumed() const { return static_cast<std::size_t>(m_at - m_begin); }
 
     uint8_t Next() {
         if (m_at == m_end) ThrowFIError(kFIEndOfFile);
@@ -83,6 +84,7 @@ private:
     uint32_t IntegerBit2(uint8_t first, const char* message);
     uint32_t Octets(std::size_t count);
 
+    const unsigned char* m_begin;
     const unsigned char* m_at;
     const unsigned char* m_end;
 };

@@ -34,6 +34,8 @@ public:
     /// Infoset document; true once the whole document is in the tree.
     /// Malformed input throws CKvException.
     bool Parse();
+    /// How far into the input the reader got: after a throw, where it failed.
+    std::size_t Offset() const { return m_input.Consumed(); }
 
 private:
     // A name as the tree stores it: interned URI and local name.
