@@ -1,0 +1,222 @@
+// EmitBindings.cpp - turns the resolved model into one unit per main schema and writes it.
+#include <stdexcept>
+
+#include "EmitModel.h"
+#include "Emitter.h"
+
+namespace kvxsd {
+
+namespace {
+
+const char* const kItemNames[] = {"Invalid", "hexBinary", "base64Binary", "i1", "i2", "i4", "i8", "ui1", "ui2",
+                                  "ui4", "ui8", "r4", "r8", "duration", "yearMonth", "monthDay", "year", "month",
+                                  "day", "date", "datetime", "time", "string", "string", "boolean", "decimal",
+                                  "integer"};
+const char* const kWhitespaceNames[] = {"None", "Preserve", "Replace", "Collapse"};
+
+class UnitBuilder {
+public:
+    UnitBuilder(const Model& model, const Options& options) : m_model(model), m_options(options) {
+        m_classOwner.assign(model.classes.size(), -1);
+        m_enumOwner.assign(model.enumerations.size(), -1);
+        for (size_t s = 0; s < model.schemas.size(); ++s) {
+            for (int32_t c : model.schemas[s].classes) m_classOwner.at(static_cast<size_t>(c)) = static_cast<int32_t>(s);
+            for (int32_t e : model.schemas[s].enumerations)
+                m_enumOwner.at(static_cast<size_t>(e)) = static_cast<int32_t>(s);
+        }
+    }
+
+    EmitUnit Build(size_t schemaIndex) {
+        m_schema = static_cast<int32_t>(schemaIndex);
+        const MainSchema& schema = m_model.schemas[schemaIndex];
+        EmitUnit unit;
+        unit.stem = schema.stem;
+        unit.sourceName = BaseName(schema.path);
+        unit.cppNamespace = Namespace(schemaIndex);
+        for (int32_t d : schema.dependsOn) unit.includes.push_back(m_model.schemas.at(static_cast<size_t>(d)).stem + ".h");
+        for (int32_t e : schema.enumerations) {
+            const Enumeration& en = m_model.enumerations.at(static_cast<size_t>(e));
+            EmitEnum out;
+            out.cppName = en.cppName;
+            out.schemaName = en.xmlName;
+            for (const EnumValue& v : en.values) {
+                out.values.push_back(v.text);
+                out.identifiers.push_back(v.cppName);
+            }
+            unit.enums.push_back(std::move(out));
+        }
+        for (int32_t c : schema.classes) unit.classes.push_back(ClassOf(static_cast<size_t>(c)));
+        for (int32_t e : schema.elements) {
+            const GlobalElement& g = m_model.elements.at(static_cast<size_t>(e));
+            if (g.classIndex < 0 || g.abstract) continue;
+            const Class& cls = m_model.classes.at(static_cast<size_t>(g.classIndex));
+            if (cls.abstract) continue;
+            unit.globals.push_back({g.xmlName, g.ns, ClassName(g.classIndex)});
+        }
+        return unit;
+    }
+
+private:
+    static std::string BaseName(const std::string& path) {
+        const size_t slash = path.find_last_of("/\\");
+        return slash == std::string::npos ? path : path.substr(slash + 1);
+    }
+
+    std::string Namespace(size_t schemaIndex) const {
+        if (!m_options.cppNamespace.empty()) return m_options.cppNamespace;
+        return m_model.schemas[schemaIndex].cppNamespace;
+    }
+
+    // Names from another unit are written fully qualified.
+    std::string Qualify(int32_t owner, const std::string& name) const {
+        if (owner < 0 || owner == m_schema) return name;
+        return "::" + Namespace(static_cast<size_t>(owner)) + "::" + name;
+    }
+    std::string ClassName(int32_t index) const {
+        return Qualify(m_classOwner.at(static_cast<size_t>(index)), m_model.classes.at(static_cast<size_t>(index)).cppName);
+    }
+    std::string Factory(int32_t index) const {
+        return Qualify(m_classOwner.at(static_cast<size_t>(index)), "CreateClass");
+    }
+
+    void SetValue(EmitMember& out, const ValueType& value) const {
+        const int32_t item = static_cast<int32_t>(value.item);
+        out.itemType = item > 0 && item <= 26 ? kItemNames[item] : "string";
+        out.whitespace = kWhitespaceNames[static_cast<int32_t>(value.whitespace) & 3];
+        const Facets& f = value.facets;
+        out.facets.pattern = f.pattern;
+        out.facets.minLength = f.minLength;
+        out.facets.maxLength = f.maxLength;
+        out.facets.length = f.length;
+        out.facets.minInclusive = f.minInclusive;
+        out.facets.maxInclusive = f.maxInclusive;
+        out.facets.minExclusive = f.minExclusive;
+        out.facets.maxExclusive = f.maxExclusive;
+        if (value.enumeration >= 0) {
+            out.kind = EmitKind::Enum;
+            const size_t e = static_cast<size_t>(value.enumeration);
+            out.enumName = Qualify(m_enumOwner.at(e), m_model.enumerations.at(e).cppName);
+        }
+    }
+
+    EmitMember MemberOf(const Member& m) const {
+        EmitMember out;
+        out.xmlName = m.xmlName;
+        out.namespaceUri = m.ns;
+        out.cppName = m.cppName;
+        out.propertyId = m.propertyId;
+        out.nillable = m.nillable;
+        out.minOccurs = static_cast<int32_t>(m.minOccurs);
+        out.maxOccurs = m.maxOccurs == kUnbounded ? -1 : static_cast<int32_t>(m.maxOccurs);
+        out.optional = m.cardinality != Cardinality::Mnd;
+        out.pseudo = m.elementKind == ElementKind::Pseudo;
+        out.hasDefault = m.hasDefault || m.hasFixed;
+        out.defaultValue = m.defaultValue;
+        const bool col = m.cardinality == Cardinality::Col;
+        switch (m.kind) {
+            case MemberKind::Prim:
+            case MemberKind::Enum:
+                SetValue(out, m.value);
+                // A repeated enumeration is held as its texts.
+                if (col) out.kind = EmitKind::PrimCol;
+                break;
+            case MemberKind::Cls:
+            case MemberKind::AbsCls:
+                // Abstract members are bound to their declared class until the factories know xsi:type.
+                out.kind = col ? EmitKind::ClsCol : EmitKind::Cls;
+                out.className = ClassName(m.classIndex);
+                out.factory = Factory(m.classIndex);
+                out.classNumber = m_model.classes.at(static_cast<size_t>(m.classIndex)).factoryNumber;
+                out.mandatoryContent = out.pseudo && m.minOccurs > 0;
+                if (m.kind == MemberKind::AbsCls && m_model.classes.at(static_cast<size_t>(m.classIndex)).abstract)
+                    throw std::runtime_error(FormatPos(m_model, m.pos) + ": error: abstract element types are not bound yet");
+                break;
+            case MemberKind::Untpd:
+                throw std::runtime_error(FormatPos(m_model, m.pos) + ": error: wildcards are not bound yet");
+        }
+        return out;
+    }
+
+    EmitMember AttributeOf(const Attribute& a) const {
+        EmitMember out;
+        out.attribute = true;
+        out.xmlName = a.xmlName;
+        out.namespaceUri = a.ns;
+        out.cppName = a.cppName;
+        out.propertyId = a.propertyId;
+        out.optional = a.optional;
+        out.hasDefault = a.hasDefault || a.hasFixed;
+        out.defaultValue = a.defaultValue;
+        if (a.kind == Attribute::Kind::Any)
+            throw std::runtime_error(FormatPos(m_model, a.pos) + ": error: attribute wildcards are not bound yet");
+        SetValue(out, a.value);
+        return out;
+    }
+
+    // Every descriptor of a class, its bases' first.
+    void AddMembers(const Class& c, std::vector<EmitMember>& elements, std::vector<EmitMember>& attributes) const {
+        if (c.baseClass >= 0) AddMembers(m_model.classes.at(static_cast<size_t>(c.baseClass)), elements, attributes);
+        for (const Member& m : c.members) elements.push_back(MemberOf(m));
+        for (const Attribute& a : c.attributes) attributes.push_back(AttributeOf(a));
+    }
+
+    EmitClass ClassOf(size_t index) const {
+        const Class& c = m_model.classes[index];
+        EmitClass out;
+        out.cppName = c.cppName;
+        out.classNumber = c.factoryNumber;
+        out.typeName = c.xmlName;
+        out.elementName = c.elementName;
+        out.namespaceUri = c.ns;
+        out.group = static_cast<EmitGroup>(static_cast<int32_t>(c.group));
+        out.pseudo = c.elementKind == ElementKind::Pseudo;
+        out.abstract = c.abstract;
+        out.writeType = c.writeType;
+        std::vector<EmitMember> elements, attributes, own;
+        if (c.baseClass >= 0) {
+            out.baseClass = ClassName(c.baseClass);
+            AddMembers(m_model.classes.at(static_cast<size_t>(c.baseClass)), elements, attributes);
+        }
+        const size_t inherited = elements.size() + attributes.size();
+        out.members = elements;
+        out.members.insert(out.members.end(), attributes.begin(), attributes.end());
+        out.ownFrom = inherited;
+        for (const Member& m : c.members) out.members.push_back(MemberOf(m));
+        for (const Attribute& a : c.attributes) out.members.push_back(AttributeOf(a));
+        if (c.valuePropertyId >= 0) {
+            EmitMember value;
+            value.cppName = c.valueCppName;
+            value.propertyId = c.valuePropertyId;
+            value.simpleContent = true;
+            value.optional = true;
+            SetValue(value, c.value);
+            value.kind = EmitKind::Prim;  // the class descriptor carries an item type, not an enumeration
+            value.itemType = kItemNames[static_cast<int32_t>(c.value.item)];
+            out.valuePropertyId = c.valuePropertyId;
+            out.valueItemType = value.itemType;
+            out.members.push_back(value);
+        }
+        return out;
+    }
+
+    const Model& m_model;
+    const Options& m_options;
+    std::vector<int32_t> m_classOwner, m_enumOwner;
+    int32_t m_schema = -1;
+};
+
+}  // namespace
+
+std::vector<OutputFile> EmitBindings(const Model& model, const Options& options) {
+    UnitBuilder builder(model, options);
+    std::vector<OutputFile> files;
+    for (size_t s = 0; s < model.schemas.size(); ++s) {
+        const EmitUnit unit = builder.Build(s);
+        EmitText text = EmitUnitText(unit);
+        files.push_back({unit.stem + ".h", std::move(text.header)});
+        files.push_back({unit.stem + ".cpp", std::move(text.source)});
+    }
+    return files;
+}
+
+}  // namespace kvxsd
