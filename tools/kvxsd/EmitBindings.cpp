@@ -99,7 +99,25 @@ private:
         }
     }
 
-    EmitMember MemberOf(const Member& m) const {
+    // Whether class from reaches class to through mandatory class members.
+    bool Reaches(int32_t from, size_t to) const {
+        std::vector<bool> seen(m_model.classes.size(), false);
+        std::vector<int32_t> pending = {from};
+        while (!pending.empty()) {
+            const size_t at = static_cast<size_t>(pending.back());
+            pending.pop_back();
+            if (at == to) return true;
+            if (seen[at]) continue;
+            seen[at] = true;
+            for (int32_t k = static_cast<int32_t>(at); k >= 0; k = m_model.classes[static_cast<size_t>(k)].baseClass)
+                for (const Member& m : m_model.classes[static_cast<size_t>(k)].members)
+                    if (m.kind == MemberKind::Cls && m.cardinality == Cardinality::Mnd && m.classIndex >= 0)
+                        pending.push_back(m.classIndex);
+        }
+        return false;
+    }
+
+    EmitMember MemberOf(size_t ownerIndex, const Member& m) const {
         EmitMember out;
         out.xmlName = m.xmlName;
         out.namespaceUri = m.ns;
@@ -121,15 +139,31 @@ private:
                 if (col) out.kind = EmitKind::PrimCol;
                 break;
             case MemberKind::Cls:
-            case MemberKind::AbsCls:
-                // Abstract members are bound to their declared class until the factories know xsi:type.
                 out.kind = col ? EmitKind::ClsCol : EmitKind::Cls;
                 out.className = ClassName(m.classIndex);
                 out.factory = Factory(m.classIndex);
                 out.classNumber = m_model.classes.at(static_cast<size_t>(m.classIndex)).factoryNumber;
                 out.mandatoryContent = out.pseudo && m.minOccurs > 0;
-                if (m.kind == MemberKind::AbsCls && m_model.classes.at(static_cast<size_t>(m.classIndex)).abstract)
-                    throw std::runtime_error(FormatPos(m_model, m.pos) + ": error: abstract element types are not bound yet");
+                // The engine reads a mandatory child into the object its parent made; a cycle of
+                // mandatory children (no finite instance exists) is left to be set by hand.
+                out.eager = m.cardinality == Cardinality::Mnd && !out.pseudo && !Reaches(m.classIndex, ownerIndex);
+                break;
+            case MemberKind::AbsCls:
+                out.kind = col ? EmitKind::AbsClsCol : EmitKind::AbsCls;
+                out.className = ClassName(m.classIndex);
+                out.chooser = "Choose" + m_model.classes.at(ownerIndex).cppName + m.cppName;
+                for (int32_t t : m.typeChoices) {
+                    const Class& k = m_model.classes.at(static_cast<size_t>(t));
+                    if (!k.abstract) out.choices.push_back({true, k.xmlName, k.ns, ClassName(t)});
+                }
+                if (!m_model.classes.at(static_cast<size_t>(m.classIndex)).abstract)
+                    out.choices.push_back({false, m.xmlName, m.ns, ClassName(m.classIndex)});
+                for (int32_t e : m.substitutes) {
+                    const GlobalElement& g = m_model.elements.at(static_cast<size_t>(e));
+                    if (g.abstract || g.classIndex < 0 || m_model.classes.at(static_cast<size_t>(g.classIndex)).abstract)
+                        continue;
+                    out.choices.push_back({false, g.xmlName, g.ns, ClassName(g.classIndex)});
+                }
                 break;
             case MemberKind::Untpd:
                 throw std::runtime_error(FormatPos(m_model, m.pos) + ": error: wildcards are not bound yet");
@@ -154,9 +188,10 @@ private:
     }
 
     // Every descriptor of a class, its bases' first.
-    void AddMembers(const Class& c, std::vector<EmitMember>& elements, std::vector<EmitMember>& attributes) const {
-        if (c.baseClass >= 0) AddMembers(m_model.classes.at(static_cast<size_t>(c.baseClass)), elements, attributes);
-        for (const Member& m : c.members) elements.push_back(MemberOf(m));
+    void AddMembers(size_t index, std::vector<EmitMember>& elements, std::vector<EmitMember>& attributes) const {
+        const Class& c = m_model.classes.at(index);
+        if (c.baseClass >= 0) AddMembers(static_cast<size_t>(c.baseClass), elements, attributes);
+        for (const Member& m : c.members) elements.push_back(MemberOf(index, m));
         for (const Attribute& a : c.attributes) attributes.push_back(AttributeOf(a));
     }
 
@@ -175,13 +210,13 @@ private:
         std::vector<EmitMember> elements, attributes, own;
         if (c.baseClass >= 0) {
             out.baseClass = ClassName(c.baseClass);
-            AddMembers(m_model.classes.at(static_cast<size_t>(c.baseClass)), elements, attributes);
+            AddMembers(static_cast<size_t>(c.baseClass), elements, attributes);
         }
         const size_t inherited = elements.size() + attributes.size();
         out.members = elements;
         out.members.insert(out.members.end(), attributes.begin(), attributes.end());
         out.ownFrom = inherited;
-        for (const Member& m : c.members) out.members.push_back(MemberOf(m));
+        for (const Member& m : c.members) out.members.push_back(MemberOf(index, m));
         for (const Attribute& a : c.attributes) out.members.push_back(AttributeOf(a));
         if (c.valuePropertyId >= 0) {
             EmitMember value;

@@ -31,6 +31,13 @@ struct EmitEnum {
     std::vector<std::string> identifiers; ///< one C++ enumerator per value
 };
 
+/// One class an abstract-class member may hold: by xsi:type or by element name.
+struct EmitChoice {
+    bool byType = false;
+    std::string name, namespaceUri;  ///< type or element name
+    std::string className;           ///< qualified when foreign
+};
+
 struct EmitMember {
     std::string xmlName, namespaceUri;  ///< namespace empty when unqualified
     std::string cppName;                ///< upper camel case, e.g. "LastUpdated"
@@ -49,6 +56,9 @@ struct EmitMember {
     int32_t classNumber = 0;               ///< its number there
     bool pseudo = false;                   ///< an inline model group held as a pseudo element
     bool mandatoryContent = false;         ///< pseudo: reading it must consume something
+    bool eager = false;                    ///< a mandatory child created with its parent
+    std::vector<EmitChoice> choices;       ///< kinds AbsCls/AbsClsCol
+    std::string chooser;                   ///< name of the function picking among choices
     bool hasDefault = false;
     std::string defaultValue;
 };
