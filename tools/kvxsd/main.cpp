@@ -1,0 +1,117 @@
+// main.cpp - kvxsd, the schema compiler: XML Schema in, generated binding classes out.
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
+#include "Emitter.h"
+#include "Frontend.h"
+
+namespace {
+
+const char* const kUsage =
+    "usage: kvxsd [options] SCHEMA.xsd...\n"
+    "Writes <stem>.h and <stem>.cpp per schema: classes for the kvxml library.\n"
+    "  -o DIR               output folder (default: .)\n"
+    "  --namespace NAME     C++ namespace (default: from each schema's file name)\n"
+    "  -I DIR               folder searched for xs:include / xs:import locations\n"
+    "  --catalog FILE       lines 'NAMESPACE-OR-LOCATION PATH' mapping schemas to local files\n"
+    "  --keep-going         report every error, not only the first\n"
+    "  --explain-names      print every XML name that was given another C++ name\n"
+    "  --rename PATH=Name   force one C++ name (PATH as --explain-names prints it)\n"
+    "  --help, --version\n"
+    "Schema locations are never fetched from the network.\n";
+
+// All files are written beside their targets and renamed at the end, so a
+// failure leaves no partial output.
+bool WriteAll(const std::string& dir, const std::vector<kvxsd::OutputFile>& files) {
+    std::vector<std::string> temps;
+    bool ok = true;
+    for (const kvxsd::OutputFile& f : files) {
+        const std::string temp = dir + "/." + f.name + ".kvxsd-" + std::to_string(getpid());
+        std::ofstream out(temp, std::ios::binary);
+        out << f.content;
+        out.close();
+        temps.push_back(temp);
+        if (!out) {
+            std::fprintf(stderr, "kvxsd: error: cannot write %s\n", temp.c_str());
+            ok = false;
+            break;
+        }
+    }
+    for (size_t i = 0; ok && i < files.size(); ++i) {
+        if (std::rename(temps[i].c_str(), (dir + "/" + files[i].name).c_str()) != 0) {
+            std::fprintf(stderr, "kvxsd: error: cannot write %s/%s\n", dir.c_str(), files[i].name.c_str());
+            ok = false;
+        }
+    }
+    if (!ok)
+        for (const std::string& temp : temps) std::remove(temp.c_str());
+    return ok;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    kvxsd::Options options;
+    for (int i = 1; i < argc; ++i) {
+        const std::string arg = argv[i];
+        auto value = [&](const char* name) -> std::string {
+            if (i + 1 >= argc) {
+                std::fprintf(stderr, "kvxsd: error: %s needs a value\n", name);
+                std::exit(1);
+            }
+            return argv[++i];
+        };
+        if (arg == "--help" || arg == "-h") {
+            std::fputs(kUsage, stdout);
+            return 0;
+        }
+        if (arg == "--version") {
+            std::printf("kvxsd %s\n", KVXML_VERSION);
+            return 0;
+        }
+        if (arg == "-o") options.outDir = value("-o");
+        else if (arg == "--namespace") options.cppNamespace = value("--namespace");
+        else if (arg == "-I") options.includeDirs.push_back(value("-I"));
+        else if (arg.size() > 2 && arg.compare(0, 2, "-I") == 0) options.includeDirs.push_back(arg.substr(2));
+        else if (arg == "--catalog") options.catalog = value("--catalog");
+        else if (arg == "--keep-going") options.keepGoing = true;
+        else if (arg == "--explain-names") options.explainNames = true;
+        else if (arg == "--rename") {
+            const std::string spec = value("--rename");
+            const size_t eq = spec.rfind('=');
+            if (eq == std::string::npos || eq == 0 || eq + 1 == spec.size()) {
+                std::fprintf(stderr, "kvxsd: error: --rename takes PATH=Name, not %s\n", spec.c_str());
+                return 1;
+            }
+            options.renames.emplace_back(spec.substr(0, eq), spec.substr(eq + 1));
+        } else if (!arg.empty() && arg[0] == '-') {
+            std::fprintf(stderr, "kvxsd: error: unknown option %s\n%s", arg.c_str(), kUsage);
+            return 1;
+        } else {
+            options.schemas.push_back(arg);
+        }
+    }
+    if (options.schemas.empty()) {
+        std::fputs(kUsage, stderr);
+        return 1;
+    }
+    kvxsd::Model model;
+    std::vector<std::string> messages;
+    const bool ok = kvxsd::BuildModel(options, model, messages);
+    for (const std::string& m : messages) std::fprintf(stderr, "%s\n", m.c_str());
+    if (!ok) return 1;
+    if (options.explainNames)
+        for (const std::string& line : model.renames) std::printf("%s\n", line.c_str());
+    try {
+        return WriteAll(options.outDir, kvxsd::EmitBindings(model, options)) ? 0 : 1;
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "kvxsd: error: %s\n", e.what());
+        return 1;
+    }
+}
