@@ -242,6 +242,7 @@ private:
         while (true) {
             if (!seen.insert(node).second) {
                 m_diags.Error(node->pos, "type '" + node->AttrOr("name", ownerPath) + "' derives from itself");
+                for (const Node* step : steps) m_values.emplace(step, ValueType{});  // reported once
                 return ValueType{};
             }
             auto known = m_values.find(node);
@@ -1050,7 +1051,12 @@ private:
         for (size_t i = 0; i < m_model.classes.size(); ++i)
             if (!m_classWork[i].named) nameClass(i);
         for (Enumeration& e : m_model.enumerations) {
-            e.cppName = types.Assign(e.xmlName, PascalCase(e.xmlName), m_overrides, m_model.renames);
+            // Enumerations live beside the classes without their "C": the schema's
+            // name in front keeps them apart from other schemas' ("ProductStatus").
+            const std::string prefix = PascalCase(SchemaStem(OwnerSchema(e.pos)));
+            std::string wanted = PascalCase(e.xmlName);
+            if (wanted.compare(0, prefix.size(), prefix) != 0) wanted = prefix + wanted;
+            e.cppName = types.Assign(e.xmlName, wanted, m_overrides, m_model.renames);
             NameScope values;
             for (EnumValue& v : e.values) {
                 std::string wanted = PascalCase(v.text);
@@ -1093,15 +1099,33 @@ private:
 
     // ---- main schemas --------------------------------------------------
 
+    std::string SchemaStem(int32_t schema) const {
+        if (schema < 0 || static_cast<size_t>(schema) >= m_options.schemas.size()) return std::string();
+        std::string stem = m_options.schemas[schema];
+        const size_t slash = stem.rfind('/');
+        if (slash != std::string::npos) stem.erase(0, slash + 1);
+        const size_t dot = stem.rfind('.');
+        if (dot != std::string::npos && dot > 0) stem.resize(dot);
+        return stem;
+    }
+
+    // The command-line schema a component's file belongs to.
+    int32_t OwnerSchema(const SourcePos& pos) {
+        if (m_fileSchema.empty()) {
+            m_fileSchema.assign(m_set.files.size(), -1);
+            for (const SchemaDoc& doc : m_set.docs)
+                if (m_fileSchema[doc.file] < 0) m_fileSchema[doc.file] = std::max(doc.mainSchema, 0);
+        }
+        return pos.file >= 0 && static_cast<size_t>(pos.file) < m_fileSchema.size() ? std::max(m_fileSchema[pos.file], 0)
+                                                                                     : 0;
+    }
+
     void AssignSchemas() {
         NameScope namespaces;
         for (size_t i = 0; i < m_options.schemas.size(); ++i) {
             MainSchema s;
             s.path = m_options.schemas[i];
-            const size_t slash = s.path.rfind('/');
-            s.stem = s.path.substr(slash == std::string::npos ? 0 : slash + 1);
-            const size_t dot = s.stem.rfind('.');
-            if (dot != std::string::npos && dot > 0) s.stem.resize(dot);
+            s.stem = SchemaStem(static_cast<int32_t>(i));
             const std::string wanted = m_options.cppNamespace.empty() ? SnakeCase(s.stem) : m_options.cppNamespace;
             s.cppNamespace = m_options.cppNamespace.empty()
                                  ? namespaces.Assign(s.path, wanted.empty() ? "schema" : wanted, m_overrides,
@@ -1112,14 +1136,7 @@ private:
                     s.targetNamespace = doc.targetNamespace;
             m_model.schemas.push_back(std::move(s));
         }
-        auto schemaOf = [&](const SourcePos& pos) -> int32_t {
-            for (const SchemaDoc& doc : m_set.docs)
-                if (doc.file == pos.file) return doc.mainSchema;
-            return 0;
-        };
-        std::vector<int32_t> fileSchema(m_model.files.size(), 0);
-        for (size_t f = 0; f < fileSchema.size(); ++f) fileSchema[f] = schemaOf(SourcePos{static_cast<int32_t>(f), 0, 0});
-        auto owner = [&](const SourcePos& pos) { return pos.file >= 0 ? std::max(fileSchema[pos.file], 0) : 0; };
+        auto owner = [&](const SourcePos& pos) { return OwnerSchema(pos); };
         if (m_model.schemas.empty()) return;
         std::vector<int32_t> perSchema(m_model.schemas.size(), 0);
         for (size_t i = 0; i < m_model.classes.size(); ++i) {
@@ -1162,6 +1179,7 @@ private:
     std::deque<int32_t> m_work;
     std::vector<MemberFixup> m_fixups;
     std::vector<std::vector<int32_t>> m_substitutes;
+    std::vector<int32_t> m_fileSchema;
 };
 
 }  // namespace
@@ -1175,10 +1193,17 @@ bool BuildModel(const Options& options, Model& model, std::vector<std::string>& 
     Diagnostics diags(set.files, options.keepGoing);
     try {
         LoadSchemas(options, set, diags);
-        if (!diags.HasErrors()) ResolveModel(set, options, model, diags);
+        if (!diags.HasErrors() || options.keepGoing) ResolveModel(set, options, model, diags);
     } catch (const StopRun&) {
     }
-    for (const Diagnostic& d : diags.All()) messages.push_back(diags.Format(d));
+    // Messages in file and line order, whatever the order of discovery.
+    std::vector<Diagnostic> sorted = diags.All();
+    std::stable_sort(sorted.begin(), sorted.end(), [](const Diagnostic& a, const Diagnostic& b) {
+        if (a.pos.file != b.pos.file) return a.pos.file < b.pos.file;
+        if (a.pos.line != b.pos.line) return a.pos.line < b.pos.line;
+        return a.pos.column < b.pos.column;
+    });
+    for (const Diagnostic& d : sorted) messages.push_back(diags.Format(d));
     model.files = set.files;
     return !diags.HasErrors();
 }

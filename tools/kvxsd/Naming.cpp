@@ -105,7 +105,7 @@ std::string NameScope::Assign(const std::string& path, const std::string& wanted
                               const std::unordered_map<std::string, std::string>& overrides,
                               std::vector<std::string>& renames) {
     std::string base = MakeIdentifier(wanted);
-    std::string why = base == wanted ? std::string() : "not an identifier";
+    std::string why = base == wanted ? std::string() : IsReserved(wanted) ? "reserved word" : "not an identifier";
     auto it = overrides.find(path);
     if (it != overrides.end()) {
         base = MakeIdentifier(it->second);

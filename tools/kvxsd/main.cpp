@@ -10,6 +10,7 @@
 
 #include "Emitter.h"
 #include "Frontend.h"
+#include "ModelDump.h"
 
 namespace {
 
@@ -23,6 +24,7 @@ const char* const kUsage =
     "  --keep-going         report every error, not only the first\n"
     "  --explain-names      print every XML name that was given another C++ name\n"
     "  --rename PATH=Name   force one C++ name (PATH as --explain-names prints it)\n"
+    "  --dump-model         print the resolved model instead of writing files\n"
     "  --help, --version\n"
     "Schema locations are never fetched from the network.\n";
 
@@ -58,6 +60,7 @@ bool WriteAll(const std::string& dir, const std::vector<kvxsd::OutputFile>& file
 
 int main(int argc, char** argv) {
     kvxsd::Options options;
+    bool dump = false;
     for (int i = 1; i < argc; ++i) {
         const std::string arg = argv[i];
         auto value = [&](const char* name) -> std::string {
@@ -82,6 +85,7 @@ int main(int argc, char** argv) {
         else if (arg == "--catalog") options.catalog = value("--catalog");
         else if (arg == "--keep-going") options.keepGoing = true;
         else if (arg == "--explain-names") options.explainNames = true;
+        else if (arg == "--dump-model") dump = true;
         else if (arg == "--rename") {
             const std::string spec = value("--rename");
             const size_t eq = spec.rfind('=');
@@ -108,6 +112,10 @@ int main(int argc, char** argv) {
     if (!ok) return 1;
     if (options.explainNames)
         for (const std::string& line : model.renames) std::printf("%s\n", line.c_str());
+    if (dump) {
+        std::fputs(kvxsd::DumpModel(model).c_str(), stdout);
+        return 0;
+    }
     try {
         return WriteAll(options.outDir, kvxsd::EmitBindings(model, options)) ? 0 : 1;
     } catch (const std::exception& e) {
