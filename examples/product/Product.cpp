@@ -84,7 +84,7 @@ void CProduct::InitMetaData() {
 
             ms_elementInfo = new CElementInfo*[11];
             ms_elementInfo[0] = new CElementInfoSeqPrimMnd("sku", kNamespace, Prop_Sku, false, KvXmlLib10::string,
-                                                           nullptr, collapse, sku);
+                                                           nullptr, preserve, sku);
             ms_elementInfo[1] = new CElementInfoSeqPrimMnd("name", kNamespace, Prop_Name, false, KvXmlLib10::string,
                                                            nullptr, preserve, name);
             ms_elementInfo[2] = new CElementInfoSeqPrimOpt("description", kNamespace, Prop_Description, true,

@@ -63,6 +63,8 @@ private:
     }
 
     std::string Namespace(size_t schemaIndex) const {
+        for (const auto& [uri, name] : m_options.namespaceMap)
+            if (uri == m_model.schemas[schemaIndex].targetNamespace) return name;
         if (!m_options.cppNamespace.empty()) return m_options.cppNamespace;
         return m_model.schemas[schemaIndex].cppNamespace;
     }

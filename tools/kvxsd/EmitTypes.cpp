@@ -43,7 +43,7 @@ const EmitValueType kTypes[] = {
 
 }  // namespace
 
-const EmitValueType& ValueType(const std::string& itemType) {
+const EmitValueType& ItemRow(const std::string& itemType) {
     for (const EmitValueType& row : kTypes)
         if (itemType == row.itemType) return row;
     return kTypes[0];

@@ -16,7 +16,7 @@ struct EmitValueType {
 };
 
 /// The row of itemType; unknown names fall back to string (held as text).
-const EmitValueType& ValueType(const std::string& itemType);
+const EmitValueType& ItemRow(const std::string& itemType);
 
 /// A C++ string literal for text, escaped so any byte survives.
 std::string Literal(const std::string& text);

@@ -27,16 +27,16 @@ bool IsCollection(EmitKind kind) {
 bool IsClass(EmitKind kind) { return kind == EmitKind::Cls || kind == EmitKind::AbsCls; }
 
 std::string CollectionType(const EmitMember& m) {
-    if (m.kind == EmitKind::PrimCol) return "KvXmlLib10::C" + std::string(ValueType(m.itemType).itemType) + "Col";
+    if (m.kind == EmitKind::PrimCol) return "KvXmlLib10::C" + std::string(ItemRow(m.itemType).itemType) + "Col";
     return "KvXmlLib10::CXmlCollection";
 }
 
 // The value type of a single member and how it is passed.
 std::string HeldType(const EmitMember& m) {
-    return m.kind == EmitKind::Enum ? m.enumName : std::string(ValueType(m.itemType).cppType);
+    return m.kind == EmitKind::Enum ? m.enumName : std::string(ItemRow(m.itemType).cppType);
 }
 std::string ParamType(const EmitMember& m) {
-    if (m.kind == EmitKind::Enum || !ValueType(m.itemType).byReference) return HeldType(m);
+    if (m.kind == EmitKind::Enum || !ItemRow(m.itemType).byReference) return HeldType(m);
     return "const " + HeldType(m) + "&";
 }
 
@@ -54,7 +54,7 @@ bool HeldDefault(const EmitMember& m, const EmitUnit& unit, std::string* init) {
         return false;
     }
     if (m.kind != EmitKind::Prim) return false;
-    const std::string type = ValueType(m.itemType).itemType;
+    const std::string type = ItemRow(m.itemType).itemType;
     if (type == "boolean") {
         if (m.defaultValue != "true" && m.defaultValue != "false" && m.defaultValue != "1" && m.defaultValue != "0")
             return false;
@@ -110,7 +110,7 @@ public:
                                          "kvxml/core/XmlGeneratedClass.h", "kvxml/metadata/PrimitiveCollections.h"};
         for (const EmitClass& c : m_unit.classes)
             for (const EmitMember& m : c.members)
-                if (ValueType(m.itemType).header) headers.insert(ValueType(m.itemType).header);
+                if (ItemRow(m.itemType).header) headers.insert(ItemRow(m.itemType).header);
         for (const std::string& h : headers) o << "#include \"" << h << "\"\n";
         for (const std::string& h : m_unit.includes) o << "#include \"" << h << "\"\n";
         o << "\nnamespace " << m_unit.cppNamespace << " {\n\n";
@@ -339,7 +339,7 @@ private:
                   << "ToString, " << m.enumName << "FromString, " << def << ")";
             else
                 o << "new KvXmlLib10Data::CAttributeInfoPrimitive(" << head << ", " << opt
-                  << ", KvXmlLib10::" << ValueType(m.itemType).itemType << ", nullptr, " << Whitespace(m) << ", "
+                  << ", KvXmlLib10::" << ItemRow(m.itemType).itemType << ", nullptr, " << Whitespace(m) << ", "
                   << Restrictions(m.facets) << ", " << def << ")";
             return o.str();
         }
@@ -352,7 +352,7 @@ private:
         o << "new KvXmlLib10Data::CElementInfo" << GroupName(c.group) << kind << card << "(" << head;
         const std::string nil = m.nillable ? "true" : "false";
         if (m.kind == EmitKind::Prim)
-            o << ", " << nil << ", KvXmlLib10::" << ValueType(m.itemType).itemType << ", nullptr, " << Whitespace(m)
+            o << ", " << nil << ", KvXmlLib10::" << ItemRow(m.itemType).itemType << ", nullptr, " << Whitespace(m)
               << ", " << Restrictions(m.facets);
         else if (m.kind == EmitKind::Enum)
             o << ", " << nil << ", " << m.enumName << "ToString, " << m.enumName << "FromString";
@@ -416,7 +416,7 @@ private:
           << ", KvXmlLib10Data::ElementType_" << (c.pseudo ? "PseudoElement" : "Element") << ", "
           << Literal(c.typeName) << ", " << ns << ", false, " << (c.writeType ? "true" : "false") << ", "
           << c.valuePropertyId << ", KvXmlLib10::"
-          << (c.valuePropertyId < 0 ? "Invalid" : ValueType(c.valueItemType).itemType) << ", nullptr, false),\n"
+          << (c.valuePropertyId < 0 ? "Invalid" : ItemRow(c.valueItemType).itemType) << ", nullptr, false),\n"
           << "                               std::memory_order_release);\n";
         o << "        }\n    } catch (...) {\n        m_csInit.Leave();\n        throw;\n    }\n    m_csInit.Leave();\n}\n\n";
         o << "void " << k << "::ReleaseMetaData() {\n    m_csInit.Enter();\n"
@@ -477,7 +477,7 @@ private:
                 if (m.kind == EmitKind::Enum)
                     o << "    " << f << " = static_cast<" << m.enumName << ">(0);\n";
                 else
-                    o << "    " << f << " = " << ValueType(m.itemType).reset << ";\n";
+                    o << "    " << f << " = " << ItemRow(m.itemType).reset << ";\n";
                 o << "    " << f << "Set = false;\n";
                 if (m.nillable) o << "    " << f << "Nil = false;\n";
             }
@@ -520,7 +520,7 @@ private:
               << ".get());\n            break;\n";
             return;
         }
-        const std::string suffix = m.kind == EmitKind::Enum ? "I4" : ValueType(m.itemType).variant;
+        const std::string suffix = m.kind == EmitKind::Enum ? "I4" : ItemRow(m.itemType).variant;
         const std::string get = m.kind == EmitKind::Enum
                                     ? "static_cast<" + m.enumName + ">(value.GetI4())"
                                     : "value.Get" + suffix + "()";

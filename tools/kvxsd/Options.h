@@ -17,6 +17,10 @@ struct Options {
     bool explainNames = false;             ///< --explain-names
     /// --rename PATH=Name, e.g. "po.xsd#/item/USPrice=Price" or "ItemType=Item".
     std::vector<std::pair<std::string, std::string>> renames;
+    /// --namespace-map URI=NAME: the C++ namespace of the schemas whose target namespace is URI.
+    std::vector<std::pair<std::string, std::string>> namespaceMap;
+    /// --depfile FILE: after success, a Makefile rule from the outputs to every schema read.
+    std::string depfile;
 };
 
 }  // namespace kvxsd

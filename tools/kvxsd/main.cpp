@@ -2,12 +2,14 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
 
 #include <unistd.h>
 
+#include "EmitTypes.h"
 #include "Emitter.h"
 #include "Frontend.h"
 #include "ModelDump.h"
@@ -24,6 +26,8 @@ const char* const kUsage =
     "  --keep-going         report every error, not only the first\n"
     "  --explain-names      print every XML name that was given another C++ name\n"
     "  --rename PATH=Name   force one C++ name (PATH as --explain-names prints it)\n"
+    "  --namespace-map URI=NAME  C++ namespace of the schemas with target namespace URI\n"
+    "  --depfile FILE       write a Makefile rule: outputs depend on every schema read\n"
     "  --dump-model         print the resolved model instead of writing files\n"
     "  --help, --version\n"
     "Schema locations are never fetched from the network.\n";
@@ -56,6 +60,21 @@ bool WriteAll(const std::string& dir, const std::vector<kvxsd::OutputFile>& file
     return ok;
 }
 
+bool WriteDepfile(const kvxsd::Options& options, const kvxsd::Model& model,
+                  const std::vector<kvxsd::OutputFile>& files) {
+    namespace fs = std::filesystem;
+    std::vector<std::string> outputs, inputs;
+    for (const kvxsd::OutputFile& f : files)
+        outputs.push_back((fs::absolute(options.outDir) / f.name).lexically_normal().string());
+    for (const std::string& path : model.files) inputs.push_back(fs::absolute(path).lexically_normal().string());
+    std::ofstream out(options.depfile, std::ios::binary);
+    out << kvxsd::DepfileText(outputs, inputs);
+    out.close();
+    if (out) return true;
+    std::fprintf(stderr, "kvxsd: error: cannot write %s\n", options.depfile.c_str());
+    return false;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -84,6 +103,16 @@ int main(int argc, char** argv) {
         else if (arg.size() > 2 && arg.compare(0, 2, "-I") == 0) options.includeDirs.push_back(arg.substr(2));
         else if (arg == "--catalog") options.catalog = value("--catalog");
         else if (arg == "--keep-going") options.keepGoing = true;
+        else if (arg == "--depfile") options.depfile = value("--depfile");
+        else if (arg == "--namespace-map") {
+            const std::string spec = value("--namespace-map");
+            const size_t eq = spec.rfind('=');
+            if (eq == std::string::npos || eq + 1 == spec.size()) {
+                std::fprintf(stderr, "kvxsd: error: --namespace-map takes URI=NAME, not %s\n", spec.c_str());
+                return 1;
+            }
+            options.namespaceMap.emplace_back(spec.substr(0, eq), spec.substr(eq + 1));
+        }
         else if (arg == "--explain-names") options.explainNames = true;
         else if (arg == "--dump-model") dump = true;
         else if (arg == "--rename") {
@@ -117,7 +146,9 @@ int main(int argc, char** argv) {
         return 0;
     }
     try {
-        return WriteAll(options.outDir, kvxsd::EmitBindings(model, options)) ? 0 : 1;
+        const std::vector<kvxsd::OutputFile> files = kvxsd::EmitBindings(model, options);
+        if (!WriteAll(options.outDir, files)) return 1;
+        return options.depfile.empty() || WriteDepfile(options, model, files) ? 0 : 1;
     } catch (const std::exception& e) {
         std::fprintf(stderr, "kvxsd: error: %s\n", e.what());
         return 1;
