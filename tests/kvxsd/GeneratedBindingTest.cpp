@@ -9,8 +9,11 @@
 #include "DescriptorDump.h"
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/core/SerializationContext.h"
+#include "groups.h"
 #include "po.h"
+#include "polymorphic.h"
 #include "product.h"
+#include "recursive.h"
 
 namespace {
 
@@ -39,8 +42,14 @@ struct Instance {
 const Instance kInstances[] = {
     {KVXSD_EXAMPLES "/product/sample-product.xml", KVXSD_EXAMPLES "/product/product.xsd", "product",
      "urn:example:kvxml:product", kvgen_product::CreateGlobalElement},
-    {KVXML_TEST_DATA_DIR "/po-seed8.xml", KVXSD_BENCH_PO, "purchaseOrders", "urn:example:bench:po",
+    {KVXML_TEST_DATA_DIR "/po-seed8.xml", KVXSD_BINDINGS "/po.xsd", "purchaseOrders", "urn:example:bench:po",
      kvgen_po::CreateGlobalElement},
+    {KVXSD_BINDINGS "/recursive.xml", KVXSD_BINDINGS "/recursive.xsd", "folder", "urn:example:tree",
+     kvgen_recursive::CreateGlobalElement},
+    {KVXSD_BINDINGS "/polymorphic.xml", KVXSD_BINDINGS "/polymorphic.xsd", "drawing", "urn:example:shapes",
+     kvgen_polymorphic::CreateGlobalElement},
+    {KVXSD_BINDINGS "/groups.xml", KVXSD_BINDINGS "/groups.xsd", "ticket", "urn:example:groups",
+     kvgen_groups::CreateGlobalElement},
 };
 
 // Every instance reads, writes back a document the schema accepts, and that
@@ -49,6 +58,7 @@ TEST(GeneratedBinding, InstancesRoundTripThroughValidDocuments) {
     const KvXmlLib10::CXmlSerializationContext context;
     for (const Instance& instance : kInstances) {
         SCOPED_TRACE(instance.file);
+        try {
         KvXmlLib10::CSmartPtr<KvXmlLib10::CXmlObjectBase> object = instance.create(instance.root, instance.ns);
         ASSERT_TRUE(object);
         object->FromXmlFile(instance.file);
@@ -61,6 +71,9 @@ TEST(GeneratedBinding, InstancesRoundTripThroughValidDocuments) {
         KvXmlLib10::CSmartPtr<KvXmlLib10::CXmlObjectBase> back = instance.create(instance.root, instance.ns);
         back->FromXml(written.c_str());
         EXPECT_EQ(back->ToXml(true, true, KvXmlLib10::EOL_LF, context), written);
+        } catch (const KvXmlLib10::CKvException& e) {
+            ADD_FAILURE() << e.GetFullMessage();
+        }
     }
 }
 

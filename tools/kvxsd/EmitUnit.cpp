@@ -492,13 +492,17 @@ private:
           << "(KvXmlLib10::CXmlElement* element) {\n"
              "    const std::string& name = element->GetLocalName();\n"
              "    const std::string type = KvXmlLib10::CClassfactoryBase::GetElementType(element);\n"
-             "    if (!type.empty()) {\n"
-             "        const std::string typeNs = KvXmlLib10::CClassfactoryBase::GetElementTypeNamespaceUri(element);\n";
+             "    if (!type.empty()) {\n";
+        const auto byType = [](const EmitChoice& ch) { return ch.byType; };
+        if (std::any_of(m.choices.begin(), m.choices.end(), byType))
+            o << "        const std::string typeNs = KvXmlLib10::CClassfactoryBase::GetElementTypeNamespaceUri(element);\n";
         for (const EmitChoice& ch : m.choices)
             if (ch.byType)
                 o << "        if (type == " << Literal(ch.name) << " && typeNs == " << Literal(ch.namespaceUri)
                   << ") return new " << ch.className << "(name.c_str());\n";
-        o << "        return nullptr;\n    }\n    const std::string& ns = element->GetNamespaceURI();\n";
+        o << "        return nullptr;\n    }\n";
+        if (!std::all_of(m.choices.begin(), m.choices.end(), byType))
+            o << "    const std::string& ns = element->GetNamespaceURI();\n";
         for (const EmitChoice& ch : m.choices)
             if (!ch.byType)
                 o << "    if (name == " << Literal(ch.name) << " && ns == " << Literal(ch.namespaceUri)
