@@ -14,6 +14,9 @@
 #include "polymorphic.h"
 #include "product.h"
 #include "recursive.h"
+#if __has_include("wildcard.h")
+#include "wildcard.h"
+#endif
 
 namespace {
 
@@ -50,6 +53,10 @@ const Instance kInstances[] = {
      kvgen_polymorphic::CreateGlobalElement},
     {KVXSD_BINDINGS "/groups.xml", KVXSD_BINDINGS "/groups.xsd", "ticket", "urn:example:groups",
      kvgen_groups::CreateGlobalElement},
+#if __has_include("wildcard.h")
+    {KVXSD_BINDINGS "/wildcard.xml", KVXSD_BINDINGS "/wildcard.xsd", "envelope", "urn:example:envelope",
+     kvgen_wildcard::CreateGlobalElement},
+#endif
 };
 
 // Every instance reads, writes back a document the schema accepts, and that

@@ -1,6 +1,4 @@
 // EmitBindings.cpp - turns the resolved model into one unit per main schema and writes it.
-#include <stdexcept>
-
 #include "EmitModel.h"
 #include "Emitter.h"
 
@@ -168,7 +166,13 @@ private:
                 }
                 break;
             case MemberKind::Untpd:
-                throw std::runtime_error(FormatPos(m_model, m.pos) + ": error: wildcards are not bound yet");
+                out.kind = col ? EmitKind::UntpdCol : EmitKind::Untpd;
+                out.className = "KvXmlLib10::CElement";
+                out.restriction = m.wildcard.namespaces;
+                out.wildcardNamespace = m.wildcard.targetNamespace;
+                // The engine reads a mandatory wildcard into the element its parent made.
+                out.eager = m.cardinality == Cardinality::Mnd;
+                break;
         }
         return out;
     }
@@ -183,18 +187,27 @@ private:
         out.optional = a.optional;
         out.hasDefault = a.hasDefault || a.hasFixed;
         out.defaultValue = a.defaultValue;
-        if (a.kind == Attribute::Kind::Any)
-            throw std::runtime_error(FormatPos(m_model, a.pos) + ": error: attribute wildcards are not bound yet");
+        if (a.kind == Attribute::Kind::Any) {
+            out.kind = EmitKind::AnyAttr;
+            out.restriction = a.wildcard.namespaces;
+            out.wildcardNamespace = a.wildcard.targetNamespace;
+            out.minOccurs = 0;
+            return out;
+        }
         SetValue(out, a.value);
         return out;
     }
 
-    // Every descriptor of a class, its bases' first.
+    // Every descriptor of a class, its bases' first (a loop: derivation chains can be long).
     void AddMembers(size_t index, std::vector<EmitMember>& elements, std::vector<EmitMember>& attributes) const {
-        const Class& c = m_model.classes.at(index);
-        if (c.baseClass >= 0) AddMembers(static_cast<size_t>(c.baseClass), elements, attributes);
-        for (const Member& m : c.members) elements.push_back(MemberOf(index, m));
-        for (const Attribute& a : c.attributes) attributes.push_back(AttributeOf(a));
+        std::vector<size_t> chain;
+        for (int32_t k = static_cast<int32_t>(index); k >= 0; k = m_model.classes.at(static_cast<size_t>(k)).baseClass)
+            chain.push_back(static_cast<size_t>(k));
+        for (auto at = chain.rbegin(); at != chain.rend(); ++at) {
+            const Class& c = m_model.classes[*at];
+            for (const Member& m : c.members) elements.push_back(MemberOf(*at, m));
+            for (const Attribute& a : c.attributes) attributes.push_back(AttributeOf(a));
+        }
     }
 
     EmitClass ClassOf(size_t index) const {

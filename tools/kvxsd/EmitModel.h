@@ -11,7 +11,7 @@ namespace kvxsd {
 enum class EmitGroup { Sequence, Choice, All };
 
 /// How a member is held and which descriptor family describes it.
-enum class EmitKind { Prim, Enum, Cls, AbsCls, PrimCol, ClsCol, AbsClsCol };
+enum class EmitKind { Prim, Enum, Cls, AbsCls, PrimCol, ClsCol, AbsClsCol, Untpd, UntpdCol, AnyAttr };
 
 /// Facets the runtime carries; empty strings and -1 mean unset.
 struct EmitFacets {
@@ -59,6 +59,7 @@ struct EmitMember {
     bool eager = false;                    ///< a mandatory child created with its parent
     std::vector<EmitChoice> choices;       ///< kinds AbsCls/AbsClsCol
     std::string chooser;                   ///< name of the function picking among choices
+    std::string restriction, wildcardNamespace;  ///< wildcards: namespaces admitted, the schema's target
     bool hasDefault = false;
     std::string defaultValue;
 };
