@@ -8,6 +8,7 @@
 
 #include "DescriptorDump.h"
 #include "kvxml/foundation/KvException.h"
+#include "support/KvTestSupport.h"
 #include "kvxml/core/SerializationContext.h"
 #include "groups.h"
 #include "po.h"
@@ -90,6 +91,18 @@ TEST(GeneratedBinding, GlobalElementsAreCreatedByNameAndNamespaceOnly) {
     EXPECT_FALSE(kvgen_po::CreateGlobalElement("purchaseOrder", "urn:example:bench:po"));
     EXPECT_FALSE(kvgen_po::CreateGlobalElement(nullptr, nullptr));
     EXPECT_FALSE(kvgen_product::CreateGlobalElement("purchaseOrders", "urn:example:bench:po"));
+}
+
+// A choice holds one member: setting another throws until the first is cleared.
+TEST(GeneratedBinding, ChoiceMembersExcludeEachOther) {
+    kvgen_groups::CContact contact;
+    contact.SetEmail("a@example.org");
+    EXPECT_KV_THROW(contact.SetPhone("555"), KvXmlLib10::CKvInvalidStateException,
+                    "The Property [email] is already set. Only one element within this class bay be set at a time");
+    contact.ClearEmail();
+    contact.SetPhone("555");
+    EXPECT_TRUE(contact.IsPhoneSet());
+    EXPECT_FALSE(contact.IsEmailSet());
 }
 
 // An unknown element deep in the tree fails with the chain of elements leading to it.

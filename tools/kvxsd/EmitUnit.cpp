@@ -240,7 +240,7 @@ private:
         for (size_t i = c.ownFrom; i < c.members.size(); ++i)
             o << "\n        Prop_" << c.members[i].cppName << " = " << c.members[i].propertyId << ",";
         o << (c.members.size() > c.ownFrom ? "\n    " : "") << "};\n\n";
-        for (size_t i = c.ownFrom; i < c.members.size(); ++i) Accessors(c.members[i]);
+        for (size_t i = c.ownFrom; i < c.members.size(); ++i) Accessors(c.members[i], c.group == EmitGroup::Choice);
         o << R"(    KvXmlLib10::CXmlObjectBase* GetBase() override { return this; }
     std::string GetNamespace() const override;
     std::string GetTargetNamespace() const override;
@@ -267,7 +267,8 @@ private:
         o << "};\n";
     }
 
-    void Accessors(const EmitMember& m) {
+    // In a choice, setting a member selects it; setting another while one is selected throws.
+    void Accessors(const EmitMember& m, bool choice) {
         std::ostringstream& o = m_out;
         const std::string n = m.cppName, f = Field(m);
         if (IsCollection(m.kind)) {
@@ -295,16 +296,19 @@ private:
             o << "    void Set" << n << "(" << param << " value) { " << f << " = value; }\n\n";
             return;
         }
+        const std::string select =
+            choice ? "        Choice_SelectElement(" + Literal(m.xmlName) + ", this, m_selected);\n" : "";
+        const std::string unselect = choice ? " if (" + f + "Set) m_selected.clear();" : "";
         o << "    bool Is" << n << "Set() const { return " << f << "Set; }\n";
-        o << "    void Set" << n << "(" << param << " value) {\n        " << f << " = value;\n        " << f
+        o << "    void Set" << n << "(" << param << " value) {\n" << select << "        " << f << " = value;\n        " << f
           << "Set = true;\n";
         if (m.nillable) o << "        " << f << "Nil = false;\n";
         o << "    }\n";
-        o << "    void Clear" << n << "() { " << f << "Set = false;" << (m.nillable ? " " + f + "Nil = false;" : "")
-          << " }\n";
+        o << "    void Clear" << n << "() {" << unselect << " " << f << "Set = false;"
+          << (m.nillable ? " " + f + "Nil = false;" : "") << " }\n";
         if (m.nillable) {
             o << "    bool Is" << n << "Nil() const { return " << f << "Nil; }\n";
-            o << "    void Set" << n << "Nil() {\n        " << f << "Set = true;\n        " << f
+            o << "    void Set" << n << "Nil() {\n" << select << "        " << f << "Set = true;\n        " << f
               << "Nil = true;\n    }\n";
         }
         o << "\n";
