@@ -37,16 +37,17 @@ inline std::string DumpDescriptors(const KvXmlLib10::CXmlGeneratedClass& object)
         << " xsitype=" << info->GetWriteTypeAttribute() << " value=" << info->GetValuePropertyId() << "/"
         << info->GetValueItemType() << "\n";
     for (KvXmlLib10Data::CElementInfo** e = object.GetClassElementInfo(); *e; ++e) {
-        out << "element " << ClassName(typeid(**e)) << " " << (*e)->GetElementName() << " ns=" << (*e)->GetNamespaceURI()
-            << " id=" << (*e)->GetPropertyId() << " nillable=" << (*e)->IsNillable() << " item=" << (*e)->GetItemType()
+        out << "element " << ClassName(typeid(**e)) << " " << (*e)->GetElementName()
+            << " ns=" << (*e)->GetNamespaceURI() << " id=" << (*e)->GetPropertyId()
+            << " nillable=" << (*e)->IsNillable() << " item=" << (*e)->GetItemType()
             << " ws=" << static_cast<int>((*e)->GetWhitespaceRule());
         DumpFacets(out, (*e)->GetRestrictions());
         out << "\n";
     }
     for (KvXmlLib10Data::CAttributeInfo** a = object.GetClassAttributeInfo(); *a; ++a) {
         out << "attribute " << ClassName(typeid(**a)) << " " << (*a)->GetAttributeName()
-            << " ns=" << (*a)->GetNamespaceURI() << " id=" << (*a)->GetPropertyId() << " optional=" << (*a)->IsOptional()
-            << " default=" << (*a)->GetDefaultValue();
+            << " ns=" << (*a)->GetNamespaceURI() << " id=" << (*a)->GetPropertyId()
+            << " optional=" << (*a)->IsOptional() << " default=" << (*a)->GetDefaultValue();
         if (auto* p = dynamic_cast<const KvXmlLib10Data::CAttributeInfoPrimitive*>(*a)) {
             out << " item=" << p->GetItemType() << " ws=" << static_cast<int>(p->GetWhitespaceRule());
             DumpFacets(out, p->GetRestrictions());

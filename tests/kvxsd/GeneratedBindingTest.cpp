@@ -2,19 +2,20 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <sstream>
 #include <string>
 
 #include "DescriptorDump.h"
-#include "kvxml/foundation/KvException.h"
-#include "support/KvTestSupport.h"
-#include "kvxml/core/SerializationContext.h"
 #include "groups.h"
+#include "kvxml/core/SerializationContext.h"
+#include "kvxml/foundation/KvException.h"
 #include "po.h"
 #include "polymorphic.h"
 #include "product.h"
 #include "recursive.h"
+#include "support/KvTestSupport.h"
 #if __has_include("wildcard.h")
 #include "wildcard.h"
 #endif
@@ -67,18 +68,18 @@ TEST(GeneratedBinding, InstancesRoundTripThroughValidDocuments) {
     for (const Instance& instance : kInstances) {
         SCOPED_TRACE(instance.file);
         try {
-        KvXmlLib10::CSmartPtr<KvXmlLib10::CXmlObjectBase> object = instance.create(instance.root, instance.ns);
-        ASSERT_TRUE(object);
-        object->FromXmlFile(instance.file);
-        const std::string written = object->ToXml(true, true, KvXmlLib10::EOL_LF, context);
-        const std::string copy = std::string(KVXSD_WORK_DIR "/") + instance.root + ".out.xml";
-        std::ofstream(copy, std::ios::binary) << written;
-        const std::string lint =
-            std::string("xmllint --noout --schema ") + instance.schema + " " + copy + " 2>" + copy + ".lint";
-        EXPECT_EQ(std::system(lint.c_str()), 0) << ReadFile(copy + ".lint");
-        KvXmlLib10::CSmartPtr<KvXmlLib10::CXmlObjectBase> back = instance.create(instance.root, instance.ns);
-        back->FromXml(written.c_str());
-        EXPECT_EQ(back->ToXml(true, true, KvXmlLib10::EOL_LF, context), written);
+            KvXmlLib10::CSmartPtr<KvXmlLib10::CXmlObjectBase> object = instance.create(instance.root, instance.ns);
+            ASSERT_TRUE(object);
+            object->FromXmlFile(instance.file);
+            const std::string written = object->ToXml(true, true, KvXmlLib10::EOL_LF, context);
+            const std::string copy = std::string(KVXSD_WORK_DIR "/") + instance.root + ".out.xml";
+            std::ofstream(copy, std::ios::binary) << written;
+            const std::string lint =
+                std::string("xmllint --noout --schema ") + instance.schema + " " + copy + " 2>" + copy + ".lint";
+            EXPECT_EQ(std::system(lint.c_str()), 0) << ReadFile(copy + ".lint");
+            KvXmlLib10::CSmartPtr<KvXmlLib10::CXmlObjectBase> back = instance.create(instance.root, instance.ns);
+            back->FromXml(written.c_str());
+            EXPECT_EQ(back->ToXml(true, true, KvXmlLib10::EOL_LF, context), written);
         } catch (const KvXmlLib10::CKvException& e) {
             ADD_FAILURE() << e.GetFullMessage();
         }
@@ -105,19 +106,35 @@ TEST(GeneratedBinding, ChoiceMembersExcludeEachOther) {
     EXPECT_FALSE(contact.IsEmailSet());
 }
 
-// An unknown element deep in the tree fails with the chain of elements leading to it.
-TEST(GeneratedBinding, InvalidInstanceNamesThePathToTheFault) {
-    std::string text = ReadFile(KVXML_TEST_DATA_DIR "/po-seed8.xml");
-    text.insert(text.find("</productName>") + 14, "<bogus/>");
-    kvgen_po::CPurchaseOrderBatch batch;
-    try {
-        batch.FromXml(text.c_str());
-        ADD_FAILURE() << "no exception";
-    } catch (const KvXmlLib10::CKvValidationException& e) {
-        EXPECT_EQ(e.GetFullMessage(),
-                  "Failed to process the element [purchaseOrders]\nFailed to process the element [purchaseOrder]\n"
-                  "Failed to process the element [items]\nFailed to process the element [item]\n"
-                  "Failed to find a required element [quantity]");
+// Broken instances fail with the chain of elements leading to the fault.
+TEST(GeneratedBinding, InvalidInstancesNameThePathToTheFault) {
+    const std::string chain =
+        "Failed to process the element [purchaseOrders]\nFailed to process the element [purchaseOrder]\n";
+    const struct {
+        const char* find;
+        const char* replace;
+        std::string message;
+    } cases[] = {
+        {"</productName>", "</productName><bogus/>",
+         chain + "Failed to process the element [items]\nFailed to process the element [item]\n"
+                 "Failed to find a required element [quantity]"},
+        {"<street>", "<street>1</street><street>2</street><street>",
+         chain + "Failed to process the element [shipTo]\n"
+                 "The Maximum number of [street] elements allowed in this collection is 2"},
+        {" orderId=\"10000007\"", "", chain + "Failed to find the required Attribute [orderId]"},
+    };
+    const std::string original = ReadFile(KVXML_TEST_DATA_DIR "/po-seed8.xml");
+    for (const auto& c : cases) {
+        std::string text = original;
+        const size_t at = text.find(c.find);
+        text.replace(at, std::strlen(c.find), c.replace);
+        kvgen_po::CPurchaseOrderBatch batch;
+        try {
+            batch.FromXml(text.c_str());
+            ADD_FAILURE() << "no exception for " << c.replace;
+        } catch (const KvXmlLib10::CKvValidationException& e) {
+            EXPECT_EQ(e.GetFullMessage(), c.message);
+        }
     }
 }
 

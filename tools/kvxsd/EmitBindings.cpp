@@ -6,10 +6,10 @@ namespace kvxsd {
 
 namespace {
 
-const char* const kItemNames[] = {"Invalid", "hexBinary", "base64Binary", "i1", "i2", "i4", "i8", "ui1", "ui2",
-                                  "ui4", "ui8", "r4", "r8", "duration", "yearMonth", "monthDay", "year", "month",
-                                  "day", "date", "datetime", "time", "string", "string", "boolean", "decimal",
-                                  "integer"};
+const char* const kItemNames[] = {"Invalid",   "hexBinary", "base64Binary", "i1",      "i2",      "i4",     "i8",
+                                  "ui1",       "ui2",       "ui4",          "ui8",     "r4",      "r8",     "duration",
+                                  "yearMonth", "monthDay",  "year",         "month",   "day",     "date",   "datetime",
+                                  "time",      "string",    "string",       "boolean", "decimal", "integer"};
 const char* const kWhitespaceNames[] = {"None", "Preserve", "Replace", "Collapse"};
 
 class UnitBuilder {
@@ -18,7 +18,8 @@ public:
         m_classOwner.assign(model.classes.size(), -1);
         m_enumOwner.assign(model.enumerations.size(), -1);
         for (size_t s = 0; s < model.schemas.size(); ++s) {
-            for (int32_t c : model.schemas[s].classes) m_classOwner.at(static_cast<size_t>(c)) = static_cast<int32_t>(s);
+            for (int32_t c : model.schemas[s].classes)
+                m_classOwner.at(static_cast<size_t>(c)) = static_cast<int32_t>(s);
             for (int32_t e : model.schemas[s].enumerations)
                 m_enumOwner.at(static_cast<size_t>(e)) = static_cast<int32_t>(s);
         }
@@ -31,7 +32,8 @@ public:
         unit.stem = schema.stem;
         unit.sourceName = BaseName(schema.path);
         unit.cppNamespace = Namespace(schemaIndex);
-        for (int32_t d : schema.dependsOn) unit.includes.push_back(m_model.schemas.at(static_cast<size_t>(d)).stem + ".h");
+        for (int32_t d : schema.dependsOn)
+            unit.includes.push_back(m_model.schemas.at(static_cast<size_t>(d)).stem + ".h");
         for (int32_t e : schema.enumerations) {
             const Enumeration& en = m_model.enumerations.at(static_cast<size_t>(e));
             EmitEnum out;
@@ -73,7 +75,8 @@ private:
         return "::" + Namespace(static_cast<size_t>(owner)) + "::" + name;
     }
     std::string ClassName(int32_t index) const {
-        return Qualify(m_classOwner.at(static_cast<size_t>(index)), m_model.classes.at(static_cast<size_t>(index)).cppName);
+        return Qualify(m_classOwner.at(static_cast<size_t>(index)),
+                       m_model.classes.at(static_cast<size_t>(index)).cppName);
     }
     std::string Factory(int32_t index) const {
         return Qualify(m_classOwner.at(static_cast<size_t>(index)), "CreateClass");
@@ -160,7 +163,8 @@ private:
                     out.choices.push_back({false, m.xmlName, m.ns, ClassName(m.classIndex)});
                 for (int32_t e : m.substitutes) {
                     const GlobalElement& g = m_model.elements.at(static_cast<size_t>(e));
-                    if (g.abstract || g.classIndex < 0 || m_model.classes.at(static_cast<size_t>(g.classIndex)).abstract)
+                    if (g.abstract || g.classIndex < 0 ||
+                        m_model.classes.at(static_cast<size_t>(g.classIndex)).abstract)
                         continue;
                     out.choices.push_back({false, g.xmlName, g.ns, ClassName(g.classIndex)});
                 }

@@ -25,10 +25,10 @@ struct EmitFacets {
 };
 
 struct EmitEnum {
-    std::string cppName;                  ///< e.g. "Status"
-    std::string schemaName;               ///< quoted in the unknown-value message
-    std::vector<std::string> values;      ///< schema texts in declaration order
-    std::vector<std::string> identifiers; ///< one C++ enumerator per value
+    std::string cppName;                   ///< e.g. "Status"
+    std::string schemaName;                ///< quoted in the unknown-value message
+    std::vector<std::string> values;       ///< schema texts in declaration order
+    std::vector<std::string> identifiers;  ///< one C++ enumerator per value
 };
 
 /// One class an abstract-class member may hold: by xsi:type or by element name.
@@ -49,16 +49,16 @@ struct EmitMember {
     std::string whitespace = "Preserve";
     EmitFacets facets;
     bool optional = false, nillable = false;
-    int32_t minOccurs = 1, maxOccurs = 1;  ///< -1 unbounded
-    std::string enumName;                  ///< kind Enum
-    std::string className;                 ///< kinds Cls/ClsCol: emitted class name, qualified when foreign
-    std::string factory = "CreateClass";   ///< class factory of that class's unit
-    int32_t classNumber = 0;               ///< its number there
-    bool pseudo = false;                   ///< an inline model group held as a pseudo element
-    bool mandatoryContent = false;         ///< pseudo: reading it must consume something
-    bool eager = false;                    ///< a mandatory child created with its parent
-    std::vector<EmitChoice> choices;       ///< kinds AbsCls/AbsClsCol
-    std::string chooser;                   ///< name of the function picking among choices
+    int32_t minOccurs = 1, maxOccurs = 1;        ///< -1 unbounded
+    std::string enumName;                        ///< kind Enum
+    std::string className;                       ///< kinds Cls/ClsCol: emitted class name, qualified when foreign
+    std::string factory = "CreateClass";         ///< class factory of that class's unit
+    int32_t classNumber = 0;                     ///< its number there
+    bool pseudo = false;                         ///< an inline model group held as a pseudo element
+    bool mandatoryContent = false;               ///< pseudo: reading it must consume something
+    bool eager = false;                          ///< a mandatory child created with its parent
+    std::vector<EmitChoice> choices;             ///< kinds AbsCls/AbsClsCol
+    std::string chooser;                         ///< name of the function picking among choices
     std::string restriction, wildcardNamespace;  ///< wildcards: namespaces admitted, the schema's target
     bool hasDefault = false;
     std::string defaultValue;
@@ -74,7 +74,7 @@ struct EmitClass {
     bool pseudo = false;
     bool abstract = false;
     bool writeType = false;  ///< has a base or derived types: written with xsi:type when substituted
-    std::string baseClass;  ///< emitted base class for complex content extension; empty: none
+    std::string baseClass;   ///< emitted base class for complex content extension; empty: none
     /// Elements then attributes, document order, the base's first: the class
     /// describes them all but declares only those from ownFrom on.
     std::vector<EmitMember> members;
@@ -88,9 +88,9 @@ struct EmitGlobalElement {
 };
 
 struct EmitUnit {
-    std::string stem;          ///< output file stem: po gives po.h and po.cpp
-    std::string sourceName;    ///< schema file name quoted in the banner
-    std::string cppNamespace;  ///< may contain ::
+    std::string stem;                   ///< output file stem: po gives po.h and po.cpp
+    std::string sourceName;             ///< schema file name quoted in the banner
+    std::string cppNamespace;           ///< may contain ::
     std::vector<std::string> includes;  ///< headers of the units this one refers to
     std::vector<EmitEnum> enums;
     std::vector<EmitClass> classes;  ///< a base before its derived classes

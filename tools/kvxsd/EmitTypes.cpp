@@ -37,8 +37,7 @@ const EmitValueType kTypes[] = {
     {"time", "KvXmlLib10::CDateTime", "Time", "KvXmlLib10::CDateTime()", true, kDateHeader},
     {"boolean", "bool", "Boolean", "false", false, nullptr},
     {"decimal", "KvXmlLib10::CDecimal", "Decimal", "KvXmlLib10::CDecimal()", true, "kvxml/values/Decimal.h"},
-    {"integer", "KvXmlLib10::CBigInteger", "Integer", "KvXmlLib10::CBigInteger()", true,
-     "kvxml/values/BigInteger.h"},
+    {"integer", "KvXmlLib10::CBigInteger", "Integer", "KvXmlLib10::CBigInteger()", true, "kvxml/values/BigInteger.h"},
 };
 
 }  // namespace

@@ -7,12 +7,12 @@
 namespace kvxsd {
 
 struct EmitValueType {
-    const char* itemType;   ///< runtime ItemType enumerator name
-    const char* cppType;    ///< member type in generated classes
-    const char* variant;    ///< KvVariant Get<x>/Set<x> suffix
-    const char* reset;      ///< value of a new object
-    bool byReference;       ///< passed as const reference
-    const char* header;     ///< extra header the member type needs, or null
+    const char* itemType;  ///< runtime ItemType enumerator name
+    const char* cppType;   ///< member type in generated classes
+    const char* variant;   ///< KvVariant Get<x>/Set<x> suffix
+    const char* reset;     ///< value of a new object
+    bool byReference;      ///< passed as const reference
+    const char* header;    ///< extra header the member type needs, or null
 };
 
 /// The row of itemType; unknown names fall back to string (held as text).

@@ -90,9 +90,7 @@ std::string Restrictions(const EmitFacets& f) {
     return out.str();
 }
 
-std::string Whitespace(const EmitMember& m) {
-    return "KvXmlLib10::CWhitespaceUtils::WhitespaceRule::" + m.whitespace;
-}
+std::string Whitespace(const EmitMember& m) { return "KvXmlLib10::CWhitespaceUtils::WhitespaceRule::" + m.whitespace; }
 
 std::string ElementType(const EmitMember& m) {
     return m.pseudo ? "KvXmlLib10Data::ElementType_PseudoElement" : "KvXmlLib10Data::ElementType_Element";
@@ -129,8 +127,7 @@ public:
         o << "\nnamespace " << m_unit.cppNamespace << " {\n\n";
         for (const EmitEnum& e : m_unit.enums) {
             o << "enum class " << e.cppName << " : int32_t {";
-            for (size_t i = 0; i < e.identifiers.size(); ++i)
-                o << (i ? ", " : " ") << e.identifiers[i] << " = " << i;
+            for (size_t i = 0; i < e.identifiers.size(); ++i) o << (i ? ", " : " ") << e.identifiers[i] << " = " << i;
             o << " };\n";
             o << "/// Schema text of a value (null when unknown) and back; an unknown text throws\n"
                  "/// CKvInvalidValueException.\n";
@@ -158,12 +155,11 @@ public:
             for (const EmitMember& m : c.members)
                 if (m.kind == EmitKind::Untpd || m.kind == EmitKind::UntpdCol) m_wildcardElements = true;
         if (m_wildcardElements) o << "#include \"kvxml/metadata/ElementInfoUntyped.h\"\n";
-        for (const char* h : {"kvxml/core/ClassFactoryBase.h", "kvxml/dom/XmlElement.h",
-                              "kvxml/foundation/FormatString.h", "kvxml/foundation/KvException.h",
-                              "kvxml/metadata/AttributeInfo.h", "kvxml/metadata/ElementInfoClass.h",
-                              "kvxml/metadata/ElementInfoCollection.h", "kvxml/metadata/ElementInfoEnumeration.h",
-                              "kvxml/metadata/ElementInfoPrimitive.h", "kvxml/metadata/ParentElementInfo.h",
-                              "kvxml/values/Variant.h"})
+        for (const char* h :
+             {"kvxml/core/ClassFactoryBase.h", "kvxml/dom/XmlElement.h", "kvxml/foundation/FormatString.h",
+              "kvxml/foundation/KvException.h", "kvxml/metadata/AttributeInfo.h", "kvxml/metadata/ElementInfoClass.h",
+              "kvxml/metadata/ElementInfoCollection.h", "kvxml/metadata/ElementInfoEnumeration.h",
+              "kvxml/metadata/ElementInfoPrimitive.h", "kvxml/metadata/ParentElementInfo.h", "kvxml/values/Variant.h"})
             o << "#include \"" << h << "\"\n";
         o << "\nnamespace " << m_unit.cppNamespace << " {\n\nnamespace {\n\n";
         for (const EmitEnum& e : m_unit.enums) {
@@ -172,7 +168,8 @@ public:
             o << "};\n";
         }
         o << "\n";
-        o << R"([[maybe_unused]] int32_t EnumValue(const char* const* names, int32_t count, const char* text, const char* enumName) {
+        o << R"([[maybe_unused]] int32_t EnumValue(const char* const* names, int32_t count, const char* text,
+                                         const char* enumName) {
     for (int32_t i = 0; i < count; ++i)
         if (std::strcmp(names[i], text) == 0) return i;
     throw KvXmlLib10::CKvInvalidValueException(
@@ -216,8 +213,7 @@ struct MetaDataCleanup {
              "\"\";\n    (void)namespaceUri;\n";
         for (const EmitGlobalElement& g : m_unit.globals)
             o << "    if (std::strcmp(localName, " << Literal(g.name) << ") == 0 && std::strcmp(namespaceUri, "
-              << Literal(g.namespaceUri) << ") == 0) return new " << g.className << "(" << Literal(g.name)
-              << ");\n";
+              << Literal(g.namespaceUri) << ") == 0) return new " << g.className << "(" << Literal(g.name) << ");\n";
         o << "    return nullptr;\n}\n";
         std::set<std::string> choosers;
         for (const EmitClass& c : m_unit.classes)
@@ -300,16 +296,16 @@ private:
             choice ? "        Choice_SelectElement(" + Literal(m.xmlName) + ", this, m_selected);\n" : "";
         const std::string unselect = choice ? " if (" + f + "Set) m_selected.clear();" : "";
         o << "    bool Is" << n << "Set() const { return " << f << "Set; }\n";
-        o << "    void Set" << n << "(" << param << " value) {\n" << select << "        " << f << " = value;\n        " << f
-          << "Set = true;\n";
+        o << "    void Set" << n << "(" << param << " value) {\n"
+          << select << "        " << f << " = value;\n        " << f << "Set = true;\n";
         if (m.nillable) o << "        " << f << "Nil = false;\n";
         o << "    }\n";
         o << "    void Clear" << n << "() {" << unselect << " " << f << "Set = false;"
           << (m.nillable ? " " + f + "Nil = false;" : "") << " }\n";
         if (m.nillable) {
             o << "    bool Is" << n << "Nil() const { return " << f << "Nil; }\n";
-            o << "    void Set" << n << "Nil() {\n" << select << "        " << f << "Set = true;\n        " << f
-              << "Nil = true;\n    }\n";
+            o << "    void Set" << n << "Nil() {\n"
+              << select << "        " << f << "Set = true;\n        " << f << "Nil = true;\n    }\n";
         }
         o << "\n";
     }
@@ -336,7 +332,8 @@ private:
         const std::string wildcard = Literal(m.restriction) + ", " + Literal(m.wildcardNamespace);
         if (m.kind == EmitKind::AnyAttr) return "new KvXmlLib10::CAttributeCol(\"AnyAttribute\", " + wildcard + ")";
         if (m.kind == EmitKind::UntpdCol) {
-            o << "new KvXmlLib10::CElementCol(\"AnyElement\", " << wildcard << ", " << m.minOccurs << ", " << m.maxOccurs;
+            o << "new KvXmlLib10::CElementCol(\"AnyElement\", " << wildcard << ", " << m.minOccurs << ", "
+              << m.maxOccurs;
             return o.str() + ")";
         }
         o << "new " << CollectionType(m) << "(" << Literal(m.xmlName) << ", " << Literal(m.namespaceUri) << ", "
@@ -363,11 +360,11 @@ private:
             return "new KvXmlLib10Data::CAttributeInfoAny(\"AnyAttribute\", \"\", Prop_" + m.cppName +
                    ", true, nullptr, " + Literal(m.restriction) + ", " + Literal(m.wildcardNamespace) + ")";
         if (m.kind == EmitKind::Untpd || m.kind == EmitKind::UntpdCol) {
-            const std::string card = m.kind == EmitKind::UntpdCol                        ? "Col"
+            const std::string card = m.kind == EmitKind::UntpdCol                   ? "Col"
                                      : (m.optional || c.group == EmitGroup::Choice) ? "Opt"
-                                                                                     : "Mnd";
-            o << "new KvXmlLib10Data::CElementInfo" << GroupName(c.group) << "Untpd" << card << "(\"AnyElement\", \"\", Prop_"
-              << m.cppName;
+                                                                                    : "Mnd";
+            o << "new KvXmlLib10Data::CElementInfo" << GroupName(c.group) << "Untpd" << card
+              << "(\"AnyElement\", \"\", Prop_" << m.cppName;
             if (card != "Col") o << ", " << Literal(m.restriction) << ", " << Literal(m.wildcardNamespace);
             return o.str() + ")";
         }
@@ -385,10 +382,10 @@ private:
         }
         const bool choice = c.group == EmitGroup::Choice;
         const std::string card = IsCollection(m.kind) ? "Col" : (m.optional || choice) ? "Opt" : "Mnd";
-        std::string kind = m.kind == EmitKind::Prim || m.kind == EmitKind::PrimCol        ? "Prim"
-                           : m.kind == EmitKind::Enum                                      ? "Enum"
+        std::string kind = m.kind == EmitKind::Prim || m.kind == EmitKind::PrimCol       ? "Prim"
+                           : m.kind == EmitKind::Enum                                    ? "Enum"
                            : m.kind == EmitKind::AbsCls || m.kind == EmitKind::AbsClsCol ? "AbsCls"
-                                                                                           : "Cls";
+                                                                                         : "Cls";
         o << "new KvXmlLib10Data::CElementInfo" << GroupName(c.group) << kind << card << "(" << head;
         const std::string nil = m.nillable ? "true" : "false";
         if (m.kind == EmitKind::Prim)
@@ -432,7 +429,8 @@ private:
         o << "std::string " << k << "::GetNamespace() const { return " << ns << "; }\n";
         o << "std::string " << k << "::GetTargetNamespace() const { return " << ns << "; }\n\n";
         o << "KvXmlLib10Data::CParentElementInfo* " << k
-          << "::GetClassInfo() const {\n    InitMetaData();\n    return ms_classInfo.load(std::memory_order_acquire);\n}\n\n";
+          << "::GetClassInfo() const {\n    InitMetaData();\n    return "
+             "ms_classInfo.load(std::memory_order_acquire);\n}\n\n";
         o << "KvXmlLib10Data::CElementInfo** " << k
           << "::GetClassElementInfo() const {\n    InitMetaData();\n    return ms_elementInfo;\n}\n\n";
         o << "KvXmlLib10Data::CAttributeInfo** " << k
@@ -452,13 +450,16 @@ private:
             o << "            ms_attributeInfo[" << i << "] = " << Descriptor(c, *attributes[i]) << ";\n";
         o << "            ms_attributeInfo[" << attributes.size() << "] = nullptr;\n";
         o << "            ms_classInfo.store(new KvXmlLib10Data::CParentElementInfo(KvXmlLib10Data::GroupType_"
-          << (c.group == EmitGroup::Sequence ? "Sequence" : c.group == EmitGroup::Choice ? "Choice" : "All")
-          << ", KvXmlLib10Data::ElementType_" << (c.pseudo ? "PseudoElement" : "Element") << ", "
-          << Literal(c.typeName) << ", " << ns << ", false, " << (c.writeType ? "true" : "false") << ", "
-          << c.valuePropertyId << ", KvXmlLib10::"
-          << (c.valuePropertyId < 0 ? "Invalid" : ItemRow(c.valueItemType).itemType) << ", nullptr, false),\n"
+          << (c.group == EmitGroup::Sequence ? "Sequence"
+              : c.group == EmitGroup::Choice ? "Choice"
+                                             : "All")
+          << ", KvXmlLib10Data::ElementType_" << (c.pseudo ? "PseudoElement" : "Element") << ", " << Literal(c.typeName)
+          << ", " << ns << ", false, " << (c.writeType ? "true" : "false") << ", " << c.valuePropertyId
+          << ", KvXmlLib10::" << (c.valuePropertyId < 0 ? "Invalid" : ItemRow(c.valueItemType).itemType)
+          << ", nullptr, false),\n"
           << "                               std::memory_order_release);\n";
-        o << "        }\n    } catch (...) {\n        m_csInit.Leave();\n        throw;\n    }\n    m_csInit.Leave();\n}\n\n";
+        o << "        }\n    } catch (...) {\n        m_csInit.Leave();\n        throw;\n    }\n    "
+             "m_csInit.Leave();\n}\n\n";
         o << "void " << k << "::ReleaseMetaData() {\n    m_csInit.Enter();\n"
           << "    KvXmlLib10Data::CParentElementInfo* classInfo = ms_classInfo.exchange(nullptr);\n"
           << "    CleanMetaData(classInfo, ms_elementInfo, ms_attributeInfo);\n    m_csInit.Leave();\n}\n\n";
@@ -476,8 +477,7 @@ private:
                 o << "    Choice_SelectElement(" << Literal(m.xmlName) << ", value, m_selected);\n";
             o << "    " << f << " = value;\n}\n\n";
             o << "void " << k << "::Clear" << m.cppName << "() {\n";
-            if (c.group == EmitGroup::Choice)
-                o << "    if (" << f << ") m_selected.clear();\n";
+            if (c.group == EmitGroup::Choice) o << "    if (" << f << ") m_selected.clear();\n";
             if (m.eager || m.pseudo)
                 o << "    " << f << " = " << NewChild(m) << ";\n}\n\n";
             else
@@ -543,7 +543,8 @@ private:
              "    if (!type.empty()) {\n";
         const auto byType = [](const EmitChoice& ch) { return ch.byType; };
         if (std::any_of(m.choices.begin(), m.choices.end(), byType))
-            o << "        const std::string typeNs = KvXmlLib10::CClassfactoryBase::GetElementTypeNamespaceUri(element);\n";
+            o << "        const std::string typeNs = "
+                 "KvXmlLib10::CClassfactoryBase::GetElementTypeNamespaceUri(element);\n";
         for (const EmitChoice& ch : m.choices)
             if (ch.byType)
                 o << "        if (type == " << Literal(ch.name) << " && typeNs == " << Literal(ch.namespaceUri)
@@ -573,17 +574,17 @@ private:
             return;
         }
         const std::string suffix = m.kind == EmitKind::Enum ? "I4" : ItemRow(m.itemType).variant;
-        const std::string get = m.kind == EmitKind::Enum
-                                    ? "static_cast<" + m.enumName + ">(value.GetI4())"
-                                    : "value.Get" + suffix + "()";
+        const std::string get =
+            m.kind == EmitKind::Enum ? "static_cast<" + m.enumName + ">(value.GetI4())" : "value.Get" + suffix + "()";
         const std::string put = m.kind == EmitKind::Enum ? "static_cast<int32_t>(" + f + ")" : f;
         std::string init;
         const bool always = HeldDefault(m, m_unit, &init);
         if (m.nillable) {
             o << "            if (!read) {\n                if (value.IsNil())\n                    Set" << n
               << "Nil();\n                else\n                    Set" << n << "(" << get
-              << ");\n            } else if (" << f << "Nil) {\n                value.SetNil();\n            } else if ("
-              << f << "Set) {\n                value.Set" << suffix << "(" << put << ");\n            }\n";
+              << ");\n            } else if (" << f
+              << "Nil) {\n                value.SetNil();\n            } else if (" << f
+              << "Set) {\n                value.Set" << suffix << "(" << put << ");\n            }\n";
         } else {
             o << "            if (!read)\n                Set" << n << "(" << get << ");\n            else"
               << (always ? "\n" : " if (" + f + "Set)\n") << "                value.Set" << suffix << "(" << put
