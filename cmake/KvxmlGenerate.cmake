@@ -1,7 +1,7 @@
 # kvxml_generate(TARGET tgt SCHEMAS a.xsd ... [OUT_DIR dir] [IMPORT_DIRS dir ...]
 #                [NAMESPACE_MAP uri=cppns ...] [OPTIONS ...])
 #
-# Compiles each schema with kvxsd at build time into OUT_DIR/<stem>.h and
+# Compiles the schemas with kvxsd at build time into OUT_DIR/<stem>.h and
 # <stem>.cpp (default OUT_DIR: ${CMAKE_CURRENT_BINARY_DIR}/kvxsd/<tgt>), adds
 # the sources to tgt, puts OUT_DIR on its include path and links kvxml::kvxml.
 # kvxsd writes a depfile, so editing an included or imported schema
@@ -43,19 +43,28 @@ function(kvxml_generate)
     list(APPEND flags --namespace-map ${map})
   endforeach()
 
+  # The schemas of one call are compiled together, so that one importing
+  # another includes its header instead of repeating its classes.
+  set(schemas)
+  set(outputs)
+  set(depfile "")
   foreach(schema IN LISTS arg_SCHEMAS)
     cmake_path(ABSOLUTE_PATH schema BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} NORMALIZE)
     cmake_path(GET schema STEM LAST_ONLY stem)
-    set(header ${arg_OUT_DIR}/${stem}.h)
-    set(source ${arg_OUT_DIR}/${stem}.cpp)
-    add_custom_command(OUTPUT ${header} ${source}
-      COMMAND ${kvxsd} -o ${arg_OUT_DIR} --depfile ${arg_OUT_DIR}/${stem}.d ${flags} ${arg_OPTIONS} ${schema}
-      DEPENDS ${schema} ${kvxsd}
-      DEPFILE ${arg_OUT_DIR}/${stem}.d
-      COMMENT "kvxsd ${stem}.xsd"
-      VERBATIM COMMAND_EXPAND_LISTS)
-    target_sources(${arg_TARGET} PRIVATE ${header} ${source})
+    list(APPEND schemas ${schema})
+    list(APPEND outputs ${arg_OUT_DIR}/${stem}.h ${arg_OUT_DIR}/${stem}.cpp)
+    if(NOT depfile)
+      set(depfile ${arg_OUT_DIR}/${stem}.d)
+    endif()
   endforeach()
+  list(JOIN arg_SCHEMAS " " names)
+  add_custom_command(OUTPUT ${outputs}
+    COMMAND ${kvxsd} -o ${arg_OUT_DIR} --depfile ${depfile} ${flags} ${arg_OPTIONS} ${schemas}
+    DEPENDS ${schemas} ${kvxsd}
+    DEPFILE ${depfile}
+    COMMENT "kvxsd ${names}"
+    VERBATIM COMMAND_EXPAND_LISTS)
+  target_sources(${arg_TARGET} PRIVATE ${outputs})
   target_include_directories(${arg_TARGET} PUBLIC $<BUILD_INTERFACE:${arg_OUT_DIR}>)
   target_link_libraries(${arg_TARGET} PUBLIC kvxml::kvxml)
 endfunction()
