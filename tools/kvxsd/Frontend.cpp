@@ -113,6 +113,7 @@ public:
         for (const SchemaDoc& doc : m_set.docs) {
             if (!doc.root) continue;
             for (const Node* child : doc.root->children) {
+                if (child->local == "simpleType") ValueOfNode(child, child->AttrOr("name", ""));
                 if (child->local == "complexType") ClassForType(child);
                 if (child->local == "element") GlobalElementIndex(child);
             }
@@ -1085,7 +1086,9 @@ private:
                     scope.Assign(path + "/@" + a.xmlName, PascalCase(a.xmlName), m_overrides, m_model.renames);
                 used[i].push_back(a.cppName);
             }
-            if (c.valuePropertyId >= 0) {
+            if (c.valuePropertyId >= 0 && c.baseClass >= 0 && m_model.classes[c.baseClass].valuePropertyId >= 0) {
+                c.valueCppName = m_model.classes[c.baseClass].valueCppName;  // the inherited property
+            } else if (c.valuePropertyId >= 0) {
                 NameScope valueScope;
                 for (const std::string& name : used[i]) valueScope.Reserve(name);
                 if (c.baseClass >= 0)

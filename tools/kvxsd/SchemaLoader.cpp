@@ -73,6 +73,7 @@ private:
     }
 
     std::string ResolvePrefix(const std::string& prefix) const {
+        if (prefix == "xml") return "http://www.w3.org/XML/1998/namespace";  // bound without a declaration
         for (auto it = m_prefixes.rbegin(); it != m_prefixes.rend(); ++it)
             if (it->first == prefix) return it->second;
         return std::string();
