@@ -130,6 +130,7 @@ public:
         }
         ResolveSubstitutions();
         OrderClasses();
+        InheritGroups();
         InheritValues();
         MarkPolymorphism();
         AssignPropertyIds();
@@ -969,6 +970,22 @@ private:
         for (size_t i = 0; i < n; ++i)
             if (m_model.classes[i].baseClass >= 0)
                 m_model.classes[m_model.classes[i].baseClass].derived.push_back(static_cast<int32_t>(i));
+    }
+
+    // A derived class publishes its base's descriptors and its own in one
+    // array under one group type.
+    void InheritGroups() {
+        for (Class& c : m_model.classes) {
+            if (c.baseClass < 0) continue;
+            const Class& base = m_model.classes[c.baseClass];
+            if (c.members.empty()) {
+                c.group = base.group;
+            } else if (base.group != Group::Sequence && !base.members.empty()) {
+                m_diags.Warning(c.pos, "'" + c.xmlName + "' extends the xs:" +
+                                           (base.group == Group::Choice ? "choice" : "all") + " of '" + base.xmlName +
+                                           "': bound as one sequence");
+            }
+        }
     }
 
     void InheritValues() {

@@ -58,6 +58,11 @@ public:
         const std::string message = ok ? std::string() : XML_ErrorString(XML_GetErrorCode(parser));
         XML_ParserFree(parser);
         m_parser = nullptr;
+        // Reported only now: Diagnostics may throw, which must not cross expat.
+        if (!m_rootError.empty()) {
+            m_diags.Error(m_rootErrorPos, m_rootError);
+            return;
+        }
         if (!ok) {
             m_diags.Error(pos, "malformed XML: " + message);
             return;
@@ -128,9 +133,10 @@ private:
             if (!inXs || qualified.substr(sep + 1) != "schema") {
                 m_failedRoot = true;
                 ++m_skipDepth;
-                m_diags.Error(Here(), "not an XML Schema document: the root element is <" +
-                                          qualified.substr(sep == std::string::npos ? 0 : sep + 1) +
-                                          ">, not xs:schema");
+                m_rootErrorPos = Here();
+                m_rootError = "not an XML Schema document: the root element is <" +
+                              qualified.substr(sep == std::string::npos ? 0 : sep + 1) + ">, not xs:schema";
+                XML_StopParser(m_parser, XML_FALSE);
                 return;
             }
         }
@@ -173,6 +179,8 @@ private:
     std::vector<Node*> m_stack;
     int m_skipDepth = 0;
     bool m_failedRoot = false;
+    std::string m_rootError;
+    SourcePos m_rootErrorPos;
 };
 
 // namespace-or-location -> local file, one mapping per line: "KEY PATH".
@@ -274,8 +282,7 @@ void LoadSchemas(const Options& options, SchemaSet& set, Diagnostics& diags) {
         if (loaded.count(key)) continue;  // include cycles and diamonds load once
         std::ifstream in(next.path, std::ios::binary);
         if (!in) {
-            if (next.mainSchema >= 0 && next.chameleonNs.empty() && !next.chameleon)
-                diags.Error(SourcePos{}, "cannot read " + next.path);
+            diags.Error(SourcePos{}, "cannot read " + next.path);
             continue;
         }
         std::ostringstream text;
