@@ -63,7 +63,9 @@ TEST(KvxsdFrontend, ResolvesComponentsIntoTheModel) {
          "<xs:maxLength value='8'/></xs:restriction></xs:simpleType></xs:element>"
          "<xs:element name='n' type='xs:nonNegativeInteger' minOccurs='0' nillable='true'/>"
          "<xs:element name='tag' type='xs:token' maxOccurs='unbounded'/>"
-         "<xs:element name='s' type='t:St' default='on'/></xs:sequence>"
+         "<xs:element name='s' type='t:St' default='on'/>"
+         "<xs:element name='toks'><xs:simpleType><xs:restriction base='xs:NMTOKENS'><xs:maxLength value='3'/>"
+         "</xs:restriction></xs:simpleType></xs:element></xs:sequence>"
          "<xs:attribute name='id' type='xs:unsignedLong' use='required'/>"
          "<xs:attribute name='c' type='t:St' fixed='off'/></xs:complexType>"
          "<xs:simpleType name='St'><xs:restriction base='xs:string'><xs:enumeration value='on'/>"
@@ -71,7 +73,8 @@ TEST(KvxsdFrontend, ResolvesComponentsIntoTheModel) {
          {"class CP P {urn:t} element=P seq base=-", "  1 Sku sku {urn:t} PrimMnd 1..1 item=23 ws=1 pattern=[A-Z]+ maxLength=8",
           "  2 N n {urn:t} PrimOpt 0..1 nillable item=26 ws=3 minInclusive=0",
           "  3 Tag tag {urn:t} PrimCol 1..* item=23 ws=3", "  4 S s {urn:t} EnumMnd 1..1 item=23 ws=1 enum=ModelSt default=on",
-          "  5 @Id id {} Primitive required item=10 ws=3", "  6 @C c {} Enum optional item=23 ws=1 enum=ModelSt fixed=off",
+          "  5 Toks toks {urn:t} PrimMnd 1..1 item=23 ws=3\n", "  6 @Id id {} Primitive required item=10 ws=3",
+          "  7 @C c {} Enum optional item=23 ws=1 enum=ModelSt fixed=off",
           "enum ModelSt: On=on Off=off"}},
         {"derivation, abstract types and substitution groups",
          "<xs:complexType name='Shape' abstract='true'><xs:sequence><xs:element name='id' type='xs:int'/>"

@@ -200,11 +200,15 @@ private:
 
     // ---- simple types --------------------------------------------------
 
-    static int32_t ParseCount(const std::string& text, bool& ok) {
-        char* end = nullptr;
-        const long long v = std::strtoll(text.c_str(), &end, 10);
-        ok = !text.empty() && *end == '\0' && v >= 0 && v <= INT32_MAX;
-        return ok ? static_cast<int32_t>(v) : -1;
+    // A non-negative count; values beyond 32 bits are clamped (they mean "many").
+    static int32_t ParseCount(const std::string& raw, bool& ok) {
+        const size_t first = raw.find_first_not_of(" \t\r\n");
+        const size_t last = raw.find_last_not_of(" \t\r\n");
+        const std::string text = first == std::string::npos ? std::string() : raw.substr(first, last - first + 1);
+        ok = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
+        if (!ok) return -1;
+        const unsigned long long v = std::strtoull(text.c_str(), nullptr, 10);
+        return v > INT32_MAX ? INT32_MAX : static_cast<int32_t>(v);
     }
 
     ValueType FromBuiltIn(const std::string& key) {
@@ -216,6 +220,11 @@ private:
         if (b.minInclusive) value.facets.minInclusive = b.minInclusive;
         if (b.maxInclusive) value.facets.maxInclusive = b.maxInclusive;
         return value;
+    }
+
+    static bool IsListType(const ValueType& value) {
+        return value.builtin == "list" || value.builtin == "NMTOKENS" || value.builtin == "IDREFS" ||
+               value.builtin == "ENTITIES";
     }
 
     bool IsBuiltInSimple(const std::string& key) const { return IsXsKey(key) && BuiltIns().count(QLocal(key)); }
@@ -265,7 +274,7 @@ private:
                 m_diags.Warning(derivation->pos, "xs:" + derivation->local + " is held as a string");
                 value = ValueType{};
                 value.whitespace = derivation->local == "list" ? Whitespace::Collapse : Whitespace::Preserve;
-                value.builtin = "string";
+                value.builtin = derivation->local;
                 value.degraded = true;
                 steps.back() = nullptr;  // nothing of its own to apply
                 break;
@@ -317,9 +326,14 @@ private:
             bool ok = true;
             if (what == "pattern") pattern = pattern.empty() ? text : "(" + pattern + ")|(" + text + ")";
             else if (what == "enumeration") enumValues.push_back(facet);
-            else if (what == "length") value.facets.length = ParseCount(text, ok);
-            else if (what == "minLength") value.facets.minLength = ParseCount(text, ok);
-            else if (what == "maxLength") value.facets.maxLength = ParseCount(text, ok);
+            else if (what == "length" || what == "minLength" || what == "maxLength") {
+                int32_t& facet = what == "length"      ? value.facets.length
+                                 : what == "minLength" ? value.facets.minLength
+                                                       : value.facets.maxLength;
+                facet = ParseCount(text, ok);
+                // On a list the lengths count items, which a string check cannot do.
+                if (IsListType(value)) facet = -1;
+            }
             else if (what == "minInclusive") value.facets.minInclusive = text;
             else if (what == "maxInclusive") value.facets.maxInclusive = text;
             else if (what == "minExclusive") value.facets.minExclusive = text;
@@ -1072,7 +1086,12 @@ private:
             // Enumerations live beside the classes without their "C": the schema's
             // name in front keeps them apart from other schemas' ("ProductStatus").
             const std::string prefix = PascalCase(SchemaStem(OwnerSchema(e.pos)));
-            std::string wanted = PascalCase(e.xmlName);
+            // An anonymous type is named after its owner and element ("ItemStatus").
+            const size_t slash = e.xmlName.rfind('/');
+            const size_t owner = slash == std::string::npos || slash == 0 ? std::string::npos
+                                                                          : e.xmlName.rfind('/', slash - 1);
+            std::string wanted =
+                PascalCase(owner == std::string::npos ? e.xmlName : e.xmlName.substr(owner + 1));
             if (wanted.compare(0, prefix.size(), prefix) != 0) wanted = prefix + wanted;
             e.cppName = types.Assign(e.xmlName, wanted, m_overrides, m_model.renames);
             NameScope values;

@@ -245,8 +245,9 @@ void LoadSchemas(const Options& options, SchemaSet& set, Diagnostics& diags) {
     std::unordered_map<std::string, int32_t> loaded;  // canonical path + '\n' + namespace -> doc
     std::unordered_map<std::string, int32_t> fileIndex;
 
-    auto locate = [&](const std::string& location, const std::string& ns, const std::string& from,
+    auto locate = [&](const std::string& written, const std::string& ns, const std::string& from,
                       const SourcePos& pos) -> std::string {
+        const std::string location = written.compare(0, 7, "file://") == 0 ? written.substr(7) : written;
         auto hit = catalog.find(location);
         if (!location.empty() && hit != catalog.end()) return hit->second;
         if (!location.empty() && !IsRemote(location)) {
