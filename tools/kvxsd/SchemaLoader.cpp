@@ -59,6 +59,7 @@ public:
         XML_ParserFree(parser);
         m_parser = nullptr;
         // Reported only now: Diagnostics may throw, which must not cross expat.
+        for (const auto& p : m_pending) m_diags.Error(p.first, p.second);
         if (!m_rootError.empty()) {
             m_diags.Error(m_rootErrorPos, m_rootError);
             return;
@@ -84,14 +85,17 @@ private:
         return std::string();
     }
 
-    std::string ResolveQName(const std::string& text) const {
+    std::string ResolveQName(const std::string& text) {
         const size_t colon = text.find(':');
         if (colon == std::string::npos) {
             std::string ns = ResolvePrefix("");
             if (ns.empty()) ns = m_chameleonNs;
             return QKey(ns, text);
         }
-        return QKey(ResolvePrefix(text.substr(0, colon)), text.substr(colon + 1));
+        const std::string prefix = text.substr(0, colon);
+        const std::string ns = ResolvePrefix(prefix);
+        if (ns.empty()) m_pending.emplace_back(Here(), "the prefix '" + prefix + "' is not bound to a namespace");
+        return QKey(ns, text.substr(colon + 1));
     }
 
     static void XMLCALL OnNsStart(void* data, const XML_Char* prefix, const XML_Char* uri) {
@@ -180,6 +184,7 @@ private:
     int m_skipDepth = 0;
     bool m_failedRoot = false;
     std::string m_rootError;
+    std::vector<std::pair<SourcePos, std::string>> m_pending;
     SourcePos m_rootErrorPos;
 };
 
