@@ -85,7 +85,7 @@ const char* const kXmlNamespace = "http://www.w3.org/XML/1998/namespace";
 // Per-class facts needed while resolving, beside the Model's Class.
 struct ClassWork {
     const Node* node = nullptr;  // complexType, or the compositor of a pseudo element
-    std::string path;            // naming path ("order/items")
+    std::string path;            // naming path: "Type", "element" or "owner/element" (bounded length)
     std::string wantedName;      // preferred C++ stem before "C"
     bool named = false;          // a global complex type: named first
     bool inheritsValue = false;  // simple content taken from the base class
@@ -657,7 +657,7 @@ private:
         // named after its owner ("OrderChoice").
         const bool named = particle->local == "group";
         const std::string wanted = named ? QLocal(particle->AttrOr("ref", "")) : compositor->local;
-        const std::string path = m_classWork[owner].path + "/" + wanted;
+        const std::string path = m_classWork[owner].wantedName + "/" + wanted;
         const int32_t cls =
             PseudoClass(compositor, path, named ? wanted : m_classWork[owner].wantedName + "-" + wanted);
         Member m;
@@ -746,7 +746,7 @@ private:
             m.hasDefault = true;
             m.defaultValue = *def;
         }
-        const std::string path = m_classWork[owner].path + "/" + m.xmlName;
+        const std::string path = m_classWork[owner].wantedName + "/" + m.xmlName;
         bool anyType = false;
         if (global >= 0) {
             // A referenced global element's type is resolved with the element.
@@ -882,7 +882,7 @@ private:
             } else {
                 for (const Node* child : decl->children)
                     if (child->local == "simpleType")
-                        a.value = ValueOfNode(child, m_classWork[owner].path + "/@" + a.xmlName);
+                        a.value = ValueOfNode(child, m_classWork[owner].wantedName + "/@" + a.xmlName);
             }
         }
         a.kind = a.value.enumeration >= 0 ? Attribute::Kind::Enum : Attribute::Kind::Primitive;
