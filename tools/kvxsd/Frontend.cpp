@@ -641,8 +641,7 @@ private:
             if (!compositor) return;
         }
         const bool derived = m_model.classes[index].baseClass >= 0;
-        if (minOccurs == 1 && maxOccurs == 1 && particle->local != "group" &&
-            (!derived || compositor->local == "sequence")) {
+        if (minOccurs == 1 && maxOccurs == 1 && (!derived || compositor->local == "sequence")) {
             m_model.classes[index].group = GroupOf(compositor->local);
             ExpandParticles(index, compositor);
             return;

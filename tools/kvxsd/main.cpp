@@ -23,7 +23,9 @@ const char* const kUsage =
     "  --catalog FILE       lines 'NAMESPACE-OR-LOCATION PATH' mapping schemas to local files\n"
     "  --keep-going         report every error, not only the first\n"
     "  --explain-names      print every XML name that was given another C++ name\n"
-    "  --rename PATH=Name   force one C++ name (PATH as --explain-names prints it)\n"
+    "  --rename PATH=Name   force one C++ name; PATH is a type name (Item), a global element\n"
+    "                       (order), OWNER/element for a local anonymous type, CLASSPATH/child,\n"
+    "                       CLASSPATH/@attribute, ENUM/value; --explain-names shows paths\n"
     "  --dump-model         print the resolved model instead of writing files\n"
     "  --help, --version\n"
     "Schema locations are never fetched from the network.\n";
