@@ -19,6 +19,7 @@ cat >main.xsd <<XSD
 <xs:schema $xs targetNamespace="urn:m">
   <xs:import namespace="urn:l" schemaLocation="http://example.org/schemas/l.xsd"/>
   <xs:import namespace="urn:c"/>
+  <xs:import namespace="http://www.w3.org/XML/1998/namespace" schemaLocation="http://www.w3.org/2001/xml.xsd"/>
   <xs:element name="e"><xs:complexType><xs:sequence><xs:element name="min" type="xs:int"/><xs:element name="Min" type="xs:int"/></xs:sequence></xs:complexType></xs:element>
 </xs:schema>
 XSD

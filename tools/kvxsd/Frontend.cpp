@@ -80,8 +80,6 @@ const std::unordered_map<std::string, BuiltIn>& BuiltIns() {
 
 bool IsXsKey(const std::string& key) { return QNamespace(key) == kXsNamespace; }
 
-const char* const kXmlNamespace = "http://www.w3.org/XML/1998/namespace";
-
 // Per-class facts needed while resolving, beside the Model's Class.
 struct ClassWork {
     const Node* node = nullptr;  // complexType, or the compositor of a pseudo element

@@ -12,6 +12,7 @@
 namespace kvxsd {
 
 const char* const kXsNamespace = "http://www.w3.org/2001/XMLSchema";
+const char* const kXmlNamespace = "http://www.w3.org/XML/1998/namespace";
 
 namespace {
 
@@ -79,7 +80,7 @@ private:
     }
 
     std::string ResolvePrefix(const std::string& prefix) const {
-        if (prefix == "xml") return "http://www.w3.org/XML/1998/namespace";  // bound without a declaration
+        if (prefix == "xml") return kXmlNamespace;
         for (auto it = m_prefixes.rbegin(); it != m_prefixes.rend(); ++it)
             if (it->first == prefix) return it->second;
         return std::string();
@@ -269,6 +270,10 @@ void LoadSchemas(const Options& options, SchemaSet& set, Diagnostics& diags) {
         hit = catalog.find(ns);
         if (!ns.empty() && hit != catalog.end()) return hit->second;
         if (location.empty()) return std::string();  // an import by namespace only
+        if (ns == kXmlNamespace) {
+            diags.Note(pos, "xml.xsd not loaded: xml:lang, xml:space, xml:base and xml:id are built in");
+            return std::string();
+        }
         if (IsRemote(location))
             diags.Error(pos, "remote schema locations are not supported: " + location);
         else
