@@ -9,83 +9,19 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "BuiltInTypes.h"
 #include "Naming.h"
 
 namespace kvxsd {
 
 namespace {
 
-struct BuiltIn {
-    Item item;
-    Whitespace whitespace;
-    const char* minInclusive;
-    const char* maxInclusive;
-};
-
-const std::unordered_map<std::string, BuiltIn>& BuiltIns() {
-    const Whitespace c = Whitespace::Collapse;
-    static const std::unordered_map<std::string, BuiltIn> table = {
-        {"string", {Item::String, Whitespace::Preserve, nullptr, nullptr}},
-        {"anySimpleType", {Item::String, Whitespace::Preserve, nullptr, nullptr}},
-        {"anyAtomicType", {Item::String, Whitespace::Preserve, nullptr, nullptr}},
-        {"normalizedString", {Item::String, Whitespace::Replace, nullptr, nullptr}},
-        {"token", {Item::String, c, nullptr, nullptr}},
-        {"language", {Item::String, c, nullptr, nullptr}},
-        {"Name", {Item::String, c, nullptr, nullptr}},
-        {"NCName", {Item::String, c, nullptr, nullptr}},
-        {"ID", {Item::String, c, nullptr, nullptr}},
-        {"IDREF", {Item::String, c, nullptr, nullptr}},
-        {"IDREFS", {Item::String, c, nullptr, nullptr}},
-        {"ENTITY", {Item::String, c, nullptr, nullptr}},
-        {"ENTITIES", {Item::String, c, nullptr, nullptr}},
-        {"NMTOKEN", {Item::String, c, nullptr, nullptr}},
-        {"NMTOKENS", {Item::String, c, nullptr, nullptr}},
-        {"anyURI", {Item::String, c, nullptr, nullptr}},
-        {"QName", {Item::String, c, nullptr, nullptr}},
-        {"NOTATION", {Item::String, c, nullptr, nullptr}},
-        {"boolean", {Item::Boolean, c, nullptr, nullptr}},
-        {"decimal", {Item::Decimal, c, nullptr, nullptr}},
-        {"integer", {Item::Integer, c, nullptr, nullptr}},
-        {"nonPositiveInteger", {Item::Integer, c, nullptr, "0"}},
-        {"negativeInteger", {Item::Integer, c, nullptr, "-1"}},
-        {"nonNegativeInteger", {Item::Integer, c, "0", nullptr}},
-        {"positiveInteger", {Item::Integer, c, "1", nullptr}},
-        {"long", {Item::I8, c, nullptr, nullptr}},
-        {"int", {Item::I4, c, nullptr, nullptr}},
-        {"short", {Item::I2, c, nullptr, nullptr}},
-        {"byte", {Item::I1, c, nullptr, nullptr}},
-        {"unsignedLong", {Item::UI8, c, nullptr, nullptr}},
-        {"unsignedInt", {Item::UI4, c, nullptr, nullptr}},
-        {"unsignedShort", {Item::UI2, c, nullptr, nullptr}},
-        {"unsignedByte", {Item::UI1, c, nullptr, nullptr}},
-        {"float", {Item::R4, c, nullptr, nullptr}},
-        {"double", {Item::R8, c, nullptr, nullptr}},
-        {"duration", {Item::Duration, c, nullptr, nullptr}},
-        {"dayTimeDuration", {Item::Duration, c, nullptr, nullptr}},
-        {"yearMonthDuration", {Item::Duration, c, nullptr, nullptr}},
-        {"dateTime", {Item::DateTime, c, nullptr, nullptr}},
-        {"dateTimeStamp", {Item::DateTime, c, nullptr, nullptr}},
-        {"time", {Item::Time, c, nullptr, nullptr}},
-        {"date", {Item::Date, c, nullptr, nullptr}},
-        {"gYearMonth", {Item::YearMonth, c, nullptr, nullptr}},
-        {"gYear", {Item::Year, c, nullptr, nullptr}},
-        {"gMonthDay", {Item::MonthDay, c, nullptr, nullptr}},
-        {"gDay", {Item::Day, c, nullptr, nullptr}},
-        {"gMonth", {Item::Month, c, nullptr, nullptr}},
-        {"hexBinary", {Item::HexBinary, c, nullptr, nullptr}},
-        {"base64Binary", {Item::Base64Binary, c, nullptr, nullptr}},
-    };
-    return table;
-}
-
 bool IsXsKey(const std::string& key) { return QNamespace(key) == kXsNamespace; }
-
-const char* const kXmlNamespace = "http://www.w3.org/XML/1998/namespace";
 
 // Per-class facts needed while resolving, beside the Model's Class.
 struct ClassWork {
     const Node* node = nullptr;  // complexType, or the compositor of a pseudo element
-    std::string path;            // naming path ("order/items")
+    std::string path;            // naming path: "Type", "element" or "owner/element" (bounded length)
     std::string wantedName;      // preferred C++ stem before "C"
     bool named = false;          // a global complex type: named first
     bool inheritsValue = false;  // simple content taken from the base class
@@ -113,6 +49,7 @@ public:
         for (const SchemaDoc& doc : m_set.docs) {
             if (!doc.root) continue;
             for (const Node* child : doc.root->children) {
+                if (child->local == "simpleType") ValueOfNode(child, child->AttrOr("name", ""));
                 if (child->local == "complexType") ClassForType(child);
                 if (child->local == "element") GlobalElementIndex(child);
             }
@@ -129,6 +66,7 @@ public:
         }
         ResolveSubstitutions();
         OrderClasses();
+        InheritGroups();
         InheritValues();
         MarkPolymorphism();
         AssignPropertyIds();
@@ -198,11 +136,15 @@ private:
 
     // ---- simple types --------------------------------------------------
 
-    static int32_t ParseCount(const std::string& text, bool& ok) {
-        char* end = nullptr;
-        const long long v = std::strtoll(text.c_str(), &end, 10);
-        ok = !text.empty() && *end == '\0' && v >= 0 && v <= INT32_MAX;
-        return ok ? static_cast<int32_t>(v) : -1;
+    // A non-negative count; values beyond 32 bits are clamped (they mean "many").
+    static int32_t ParseCount(const std::string& raw, bool& ok) {
+        const size_t first = raw.find_first_not_of(" \t\r\n");
+        const size_t last = raw.find_last_not_of(" \t\r\n");
+        const std::string text = first == std::string::npos ? std::string() : raw.substr(first, last - first + 1);
+        ok = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
+        if (!ok) return -1;
+        const unsigned long long v = std::strtoull(text.c_str(), nullptr, 10);
+        return v > INT32_MAX ? INT32_MAX : static_cast<int32_t>(v);
     }
 
     ValueType FromBuiltIn(const std::string& key) {
@@ -214,6 +156,11 @@ private:
         if (b.minInclusive) value.facets.minInclusive = b.minInclusive;
         if (b.maxInclusive) value.facets.maxInclusive = b.maxInclusive;
         return value;
+    }
+
+    static bool IsListType(const ValueType& value) {
+        return value.builtin == "list" || value.builtin == "NMTOKENS" || value.builtin == "IDREFS" ||
+               value.builtin == "ENTITIES";
     }
 
     bool IsBuiltInSimple(const std::string& key) const { return IsXsKey(key) && BuiltIns().count(QLocal(key)); }
@@ -263,7 +210,7 @@ private:
                 m_diags.Warning(derivation->pos, "xs:" + derivation->local + " is held as a string");
                 value = ValueType{};
                 value.whitespace = derivation->local == "list" ? Whitespace::Collapse : Whitespace::Preserve;
-                value.builtin = "string";
+                value.builtin = derivation->local;
                 value.degraded = true;
                 steps.back() = nullptr;  // nothing of its own to apply
                 break;
@@ -315,9 +262,14 @@ private:
             bool ok = true;
             if (what == "pattern") pattern = pattern.empty() ? text : "(" + pattern + ")|(" + text + ")";
             else if (what == "enumeration") enumValues.push_back(facet);
-            else if (what == "length") value.facets.length = ParseCount(text, ok);
-            else if (what == "minLength") value.facets.minLength = ParseCount(text, ok);
-            else if (what == "maxLength") value.facets.maxLength = ParseCount(text, ok);
+            else if (what == "length" || what == "minLength" || what == "maxLength") {
+                int32_t& facet = what == "length"      ? value.facets.length
+                                 : what == "minLength" ? value.facets.minLength
+                                                       : value.facets.maxLength;
+                facet = ParseCount(text, ok);
+                // On a list the lengths count items, which a string check cannot do.
+                if (IsListType(value)) facet = -1;
+            }
             else if (what == "minInclusive") value.facets.minInclusive = text;
             else if (what == "maxInclusive") value.facets.maxInclusive = text;
             else if (what == "minExclusive") value.facets.minExclusive = text;
@@ -625,8 +577,7 @@ private:
             if (!compositor) return;
         }
         const bool derived = m_model.classes[index].baseClass >= 0;
-        if (minOccurs == 1 && maxOccurs == 1 && particle->local != "group" &&
-            (!derived || compositor->local == "sequence")) {
+        if (minOccurs == 1 && maxOccurs == 1 && (!derived || compositor->local == "sequence")) {
             m_model.classes[index].group = GroupOf(compositor->local);
             ExpandParticles(index, compositor);
             return;
@@ -641,7 +592,7 @@ private:
         // named after its owner ("OrderChoice").
         const bool named = particle->local == "group";
         const std::string wanted = named ? QLocal(particle->AttrOr("ref", "")) : compositor->local;
-        const std::string path = m_classWork[owner].path + "/" + wanted;
+        const std::string path = m_classWork[owner].wantedName + "/" + wanted;
         const int32_t cls =
             PseudoClass(compositor, path, named ? wanted : m_classWork[owner].wantedName + "-" + wanted);
         Member m;
@@ -730,7 +681,7 @@ private:
             m.hasDefault = true;
             m.defaultValue = *def;
         }
-        const std::string path = m_classWork[owner].path + "/" + m.xmlName;
+        const std::string path = m_classWork[owner].wantedName + "/" + m.xmlName;
         bool anyType = false;
         if (global >= 0) {
             // A referenced global element's type is resolved with the element.
@@ -866,7 +817,7 @@ private:
             } else {
                 for (const Node* child : decl->children)
                     if (child->local == "simpleType")
-                        a.value = ValueOfNode(child, m_classWork[owner].path + "/@" + a.xmlName);
+                        a.value = ValueOfNode(child, m_classWork[owner].wantedName + "/@" + a.xmlName);
             }
         }
         a.kind = a.value.enumeration >= 0 ? Attribute::Kind::Enum : Attribute::Kind::Primitive;
@@ -970,6 +921,22 @@ private:
                 m_model.classes[m_model.classes[i].baseClass].derived.push_back(static_cast<int32_t>(i));
     }
 
+    // A derived class publishes its base's descriptors and its own in one
+    // array under one group type.
+    void InheritGroups() {
+        for (Class& c : m_model.classes) {
+            if (c.baseClass < 0) continue;
+            const Class& base = m_model.classes[c.baseClass];
+            if (c.members.empty()) {
+                c.group = base.group;
+            } else if (base.group != Group::Sequence && !base.members.empty()) {
+                m_diags.Warning(c.pos, "'" + c.xmlName + "' extends the xs:" +
+                                           (base.group == Group::Choice ? "choice" : "all") + " of '" + base.xmlName +
+                                           "': bound as one sequence");
+            }
+        }
+    }
+
     void InheritValues() {
         for (size_t i = 0; i < m_model.classes.size(); ++i) {
             Class& c = m_model.classes[i];
@@ -1054,7 +1021,12 @@ private:
             // Enumerations live beside the classes without their "C": the schema's
             // name in front keeps them apart from other schemas' ("ProductStatus").
             const std::string prefix = PascalCase(SchemaStem(OwnerSchema(e.pos)));
-            std::string wanted = PascalCase(e.xmlName);
+            // An anonymous type is named after its owner and element ("ItemStatus").
+            const size_t slash = e.xmlName.rfind('/');
+            const size_t owner = slash == std::string::npos || slash == 0 ? std::string::npos
+                                                                          : e.xmlName.rfind('/', slash - 1);
+            std::string wanted =
+                PascalCase(owner == std::string::npos ? e.xmlName : e.xmlName.substr(owner + 1));
             if (wanted.compare(0, prefix.size(), prefix) != 0) wanted = prefix + wanted;
             e.cppName = types.Assign(e.xmlName, wanted, m_overrides, m_model.renames);
             NameScope values;
@@ -1085,7 +1057,9 @@ private:
                     scope.Assign(path + "/@" + a.xmlName, PascalCase(a.xmlName), m_overrides, m_model.renames);
                 used[i].push_back(a.cppName);
             }
-            if (c.valuePropertyId >= 0) {
+            if (c.valuePropertyId >= 0 && c.baseClass >= 0 && m_model.classes[c.baseClass].valuePropertyId >= 0) {
+                c.valueCppName = m_model.classes[c.baseClass].valueCppName;  // the inherited property
+            } else if (c.valuePropertyId >= 0) {
                 NameScope valueScope;
                 for (const std::string& name : used[i]) valueScope.Reserve(name);
                 if (c.baseClass >= 0)

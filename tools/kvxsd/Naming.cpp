@@ -112,8 +112,12 @@ std::string NameScope::Assign(const std::string& path, const std::string& wanted
         why = "--rename";
     }
     std::string name = base;
-    for (int suffix = 2; m_used.count(name); ++suffix) {
-        name = base + std::to_string(suffix);
+    if (m_used.count(name)) {
+        // Suffixes continue where the last clash of this base stopped: linear
+        // even when hundreds of names clash.
+        int& suffix = m_nextSuffix.emplace(base, 2).first->second;
+        do name = base + std::to_string(suffix++);
+        while (m_used.count(name));
         why = "clashes with " + base;
     }
     m_used.insert(name);

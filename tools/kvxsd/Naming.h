@@ -36,6 +36,7 @@ public:
 
 private:
     std::unordered_set<std::string> m_used;
+    std::unordered_map<std::string, int> m_nextSuffix;
 };
 
 }  // namespace kvxsd

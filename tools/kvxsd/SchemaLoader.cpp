@@ -12,6 +12,7 @@
 namespace kvxsd {
 
 const char* const kXsNamespace = "http://www.w3.org/2001/XMLSchema";
+const char* const kXmlNamespace = "http://www.w3.org/XML/1998/namespace";
 
 namespace {
 
@@ -58,6 +59,12 @@ public:
         const std::string message = ok ? std::string() : XML_ErrorString(XML_GetErrorCode(parser));
         XML_ParserFree(parser);
         m_parser = nullptr;
+        // Reported only now: Diagnostics may throw, which must not cross expat.
+        for (const auto& p : m_pending) m_diags.Error(p.first, p.second);
+        if (!m_rootError.empty()) {
+            m_diags.Error(m_rootErrorPos, m_rootError);
+            return;
+        }
         if (!ok) {
             m_diags.Error(pos, "malformed XML: " + message);
             return;
@@ -73,19 +80,23 @@ private:
     }
 
     std::string ResolvePrefix(const std::string& prefix) const {
+        if (prefix == "xml") return kXmlNamespace;
         for (auto it = m_prefixes.rbegin(); it != m_prefixes.rend(); ++it)
             if (it->first == prefix) return it->second;
         return std::string();
     }
 
-    std::string ResolveQName(const std::string& text) const {
+    std::string ResolveQName(const std::string& text) {
         const size_t colon = text.find(':');
         if (colon == std::string::npos) {
             std::string ns = ResolvePrefix("");
             if (ns.empty()) ns = m_chameleonNs;
             return QKey(ns, text);
         }
-        return QKey(ResolvePrefix(text.substr(0, colon)), text.substr(colon + 1));
+        const std::string prefix = text.substr(0, colon);
+        const std::string ns = ResolvePrefix(prefix);
+        if (ns.empty()) m_pending.emplace_back(Here(), "the prefix '" + prefix + "' is not bound to a namespace");
+        return QKey(ns, text.substr(colon + 1));
     }
 
     static void XMLCALL OnNsStart(void* data, const XML_Char* prefix, const XML_Char* uri) {
@@ -127,9 +138,10 @@ private:
             if (!inXs || qualified.substr(sep + 1) != "schema") {
                 m_failedRoot = true;
                 ++m_skipDepth;
-                m_diags.Error(Here(), "not an XML Schema document: the root element is <" +
-                                          qualified.substr(sep == std::string::npos ? 0 : sep + 1) +
-                                          ">, not xs:schema");
+                m_rootErrorPos = Here();
+                m_rootError = "not an XML Schema document: the root element is <" +
+                              qualified.substr(sep == std::string::npos ? 0 : sep + 1) + ">, not xs:schema";
+                XML_StopParser(m_parser, XML_FALSE);
                 return;
             }
         }
@@ -172,6 +184,9 @@ private:
     std::vector<Node*> m_stack;
     int m_skipDepth = 0;
     bool m_failedRoot = false;
+    std::string m_rootError;
+    std::vector<std::pair<SourcePos, std::string>> m_pending;
+    SourcePos m_rootErrorPos;
 };
 
 // namespace-or-location -> local file, one mapping per line: "KEY PATH".
@@ -236,8 +251,9 @@ void LoadSchemas(const Options& options, SchemaSet& set, Diagnostics& diags) {
     std::unordered_map<std::string, int32_t> loaded;  // canonical path + '\n' + namespace -> doc
     std::unordered_map<std::string, int32_t> fileIndex;
 
-    auto locate = [&](const std::string& location, const std::string& ns, const std::string& from,
+    auto locate = [&](const std::string& written, const std::string& ns, const std::string& from,
                       const SourcePos& pos) -> std::string {
+        const std::string location = written.compare(0, 7, "file://") == 0 ? written.substr(7) : written;
         auto hit = catalog.find(location);
         if (!location.empty() && hit != catalog.end()) return hit->second;
         if (!location.empty() && !IsRemote(location)) {
@@ -254,6 +270,10 @@ void LoadSchemas(const Options& options, SchemaSet& set, Diagnostics& diags) {
         hit = catalog.find(ns);
         if (!ns.empty() && hit != catalog.end()) return hit->second;
         if (location.empty()) return std::string();  // an import by namespace only
+        if (ns == kXmlNamespace) {
+            diags.Note(pos, "xml.xsd not loaded: xml:lang, xml:space, xml:base and xml:id are built in");
+            return std::string();
+        }
         if (IsRemote(location))
             diags.Error(pos, "remote schema locations are not supported: " + location);
         else
@@ -273,8 +293,7 @@ void LoadSchemas(const Options& options, SchemaSet& set, Diagnostics& diags) {
         if (loaded.count(key)) continue;  // include cycles and diamonds load once
         std::ifstream in(next.path, std::ios::binary);
         if (!in) {
-            if (next.mainSchema >= 0 && next.chameleonNs.empty() && !next.chameleon)
-                diags.Error(SourcePos{}, "cannot read " + next.path);
+            diags.Error(SourcePos{}, "cannot read " + next.path);
             continue;
         }
         std::ostringstream text;

@@ -16,6 +16,7 @@
 namespace kvxsd {
 
 extern const char* const kXsNamespace;
+extern const char* const kXmlNamespace;  ///< bound to the prefix xml without a declaration
 
 /// One element of the XML Schema namespace. Foreign elements (annotations'
 /// content, extension elements) are not kept. QName-valued attributes (type,
