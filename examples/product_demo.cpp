@@ -10,7 +10,7 @@
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/values/BinaryData.h"
 #include "kvxml/values/Conversions.h"
-#include "product/Product.h"
+#include "product.h"
 
 using namespace KvXmlLib10;
 using kvexample::CProduct;

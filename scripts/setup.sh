@@ -6,7 +6,8 @@ set -euo pipefail
 
 packages=(g++ make cmake pkg-config libexpat1-dev libpcre2-dev zlib1g-dev
           libgtest-dev libbenchmark-dev clang libclang-rt-14-dev python3 locales
-          default-jre-headless libfastinfoset-java)  # the Java reference: Fast Infoset interop peer
+          default-jre-headless libfastinfoset-java  # the Java reference: Fast Infoset interop peer
+          libxml2-utils)  # xmllint: checks generated bindings write schema-valid documents
 missing=()
 for pkg in "${packages[@]}"; do
   status=$(dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null || true)
