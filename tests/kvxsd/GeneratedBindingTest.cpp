@@ -62,7 +62,8 @@ const Instance kInstances[] = {
 };
 
 // Every instance reads, writes back a document the schema accepts, and that
-// document reads back to the same bytes.
+// document reads back to the same bytes. Unindented, because a wildcard element
+// keeps the indentation it is read with as text of its own.
 TEST(GeneratedBinding, InstancesRoundTripThroughValidDocuments) {
     const KvXmlLib10::CXmlSerializationContext context;
     for (const Instance& instance : kInstances) {
@@ -71,7 +72,7 @@ TEST(GeneratedBinding, InstancesRoundTripThroughValidDocuments) {
             KvXmlLib10::CSmartPtr<KvXmlLib10::CXmlObjectBase> object = instance.create(instance.root, instance.ns);
             ASSERT_TRUE(object);
             object->FromXmlFile(instance.file);
-            const std::string written = object->ToXml(true, true, KvXmlLib10::EOL_LF, context);
+            const std::string written = object->ToXml(true, false, KvXmlLib10::EOL_LF, context);
             const std::string copy = std::string(KVXSD_WORK_DIR "/") + instance.root + ".out.xml";
             std::ofstream(copy, std::ios::binary) << written;
             const std::string lint =
@@ -79,7 +80,7 @@ TEST(GeneratedBinding, InstancesRoundTripThroughValidDocuments) {
             EXPECT_EQ(std::system(lint.c_str()), 0) << ReadFile(copy + ".lint");
             KvXmlLib10::CSmartPtr<KvXmlLib10::CXmlObjectBase> back = instance.create(instance.root, instance.ns);
             back->FromXml(written.c_str());
-            EXPECT_EQ(back->ToXml(true, true, KvXmlLib10::EOL_LF, context), written);
+            EXPECT_EQ(back->ToXml(true, false, KvXmlLib10::EOL_LF, context), written);
         } catch (const KvXmlLib10::CKvException& e) {
             ADD_FAILURE() << e.GetFullMessage();
         }
