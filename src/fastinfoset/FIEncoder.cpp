@@ -138,43 +138,47 @@ void FIEncoder::Integer0To2pw20Bit2(uint8_t bits, uint32_t value) {
 
 // --- lengths and octet strings ------------------------------------------------
 
-void FIEncoder::NonEmptyOctetUTF8StringBit2(uint8_t bits, const unsigned char* data, std::size_t length) {
-    if (length <= 64) {
+// The three length forms of a non-empty octet string differ only in where the
+// small, medium and large ranges end and in the flag bits that announce them.
+struct LengthForm {
+    std::size_t smallMax;
+    uint8_t mediumFlag;
+    std::size_t mediumMax;
+    uint8_t largeFlag;
+};
+
+namespace {
+
+constexpr LengthForm kLengthBit2{64, 0x40, 320, 0x60};
+constexpr LengthForm kLengthBit5{8, 0x08, 264, 0x0C};
+constexpr LengthForm kLengthBit7{2, 0x02, 258, 0x03};
+
+}  // namespace
+
+void FIEncoder::NonEmptyOctetString(const LengthForm& form, uint8_t bits, const unsigned char* data,
+                                    std::size_t length) {
+    if (length <= form.smallMax) {
         Put(static_cast<uint8_t>(bits | (length - 1)));
-    } else if (length <= 320) {
-        Put(static_cast<uint8_t>(bits | 0x40));
-        Put(static_cast<uint8_t>(length - 65));
+    } else if (length <= form.mediumMax) {
+        Put(static_cast<uint8_t>(bits | form.mediumFlag));
+        Put(static_cast<uint8_t>(length - form.smallMax - 1));
     } else {
-        Put(static_cast<uint8_t>(bits | 0x60));
-        Put32(static_cast<uint32_t>(length - 321));
+        Put(static_cast<uint8_t>(bits | form.largeFlag));
+        Put32(static_cast<uint32_t>(length - form.mediumMax - 1));
     }
     PutBytes(data, length);
+}
+
+void FIEncoder::NonEmptyOctetUTF8StringBit2(uint8_t bits, const unsigned char* data, std::size_t length) {
+    NonEmptyOctetString(kLengthBit2, bits, data, length);
 }
 
 void FIEncoder::NonEmptyOctetStringBit5(uint8_t bits, const unsigned char* data, std::size_t length) {
-    if (length <= 8) {
-        Put(static_cast<uint8_t>(bits | (length - 1)));
-    } else if (length <= 264) {
-        Put(static_cast<uint8_t>(bits | 0x08));
-        Put(static_cast<uint8_t>(length - 9));
-    } else {
-        Put(static_cast<uint8_t>(bits | 0x0C));
-        Put32(static_cast<uint32_t>(length - 265));
-    }
-    PutBytes(data, length);
+    NonEmptyOctetString(kLengthBit5, bits, data, length);
 }
 
 void FIEncoder::NonEmptyOctetStringBit7(uint8_t bits, const unsigned char* data, std::size_t length) {
-    if (length <= 2) {
-        Put(static_cast<uint8_t>(bits | (length - 1)));
-    } else if (length <= 258) {
-        Put(static_cast<uint8_t>(bits | 0x02));
-        Put(static_cast<uint8_t>(length - 3));
-    } else {
-        Put(static_cast<uint8_t>(bits | 0x03));
-        Put32(static_cast<uint32_t>(length - 259));
-    }
-    PutBytes(data, length);
+    NonEmptyOctetString(kLengthBit7, bits, data, length);
 }
 
 const unsigned char* FIEncoder::ToUtf8(const char* text, std::size_t& length) {

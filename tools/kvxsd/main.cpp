@@ -107,24 +107,24 @@ int main(int argc, char** argv) {
         else if (arg == "--keep-going") options.keepGoing = true;
         else if (arg == "--depfile") options.depfile = value("--depfile");
         else if (arg == "--namespace-map") {
-            const std::string spec = value("--namespace-map");
-            const size_t eq = spec.rfind('=');
-            if (eq == std::string::npos || eq + 1 == spec.size()) {
-                std::fprintf(stderr, "kvxsd: error: --namespace-map takes URI=NAME, not %s\n", spec.c_str());
+            const std::string mapping = value("--namespace-map");
+            const size_t eq = mapping.rfind('=');
+            if (eq == std::string::npos || eq + 1 == mapping.size()) {
+                std::fprintf(stderr, "kvxsd: error: --namespace-map takes URI=NAME, not %s\n", mapping.c_str());
                 return 1;
             }
-            options.namespaceMap.emplace_back(spec.substr(0, eq), spec.substr(eq + 1));
+            options.namespaceMap.emplace_back(mapping.substr(0, eq), mapping.substr(eq + 1));
         }
         else if (arg == "--explain-names") options.explainNames = true;
         else if (arg == "--dump-model") dump = true;
         else if (arg == "--rename") {
-            const std::string spec = value("--rename");
-            const size_t eq = spec.rfind('=');
-            if (eq == std::string::npos || eq == 0 || eq + 1 == spec.size()) {
-                std::fprintf(stderr, "kvxsd: error: --rename takes PATH=Name, not %s\n", spec.c_str());
+            const std::string mapping = value("--rename");
+            const size_t eq = mapping.rfind('=');
+            if (eq == std::string::npos || eq == 0 || eq + 1 == mapping.size()) {
+                std::fprintf(stderr, "kvxsd: error: --rename takes PATH=Name, not %s\n", mapping.c_str());
                 return 1;
             }
-            options.renames.emplace_back(spec.substr(0, eq), spec.substr(eq + 1));
+            options.renames.emplace_back(mapping.substr(0, eq), mapping.substr(eq + 1));
         } else if (!arg.empty() && arg[0] == '-') {
             std::fprintf(stderr, "kvxsd: error: unknown option %s\n%s", arg.c_str(), kUsage);
             return 1;

@@ -19,6 +19,8 @@
 
 namespace KvXmlLib10::detail {
 
+struct LengthForm;
+
 /// Where encoded octets go.
 class FIOctetSink {
 public:
@@ -119,6 +121,7 @@ public:
     void QualifiedNameOrIndexBit3(uint8_t bits, const FIQName& name);
 
 private:
+    void NonEmptyOctetString(const LengthForm& form, uint8_t bits, const unsigned char* data, std::size_t length);
     static constexpr std::size_t kBufferSize = 64 * 1024;
 
     void Put(uint8_t octet) {
