@@ -55,7 +55,7 @@ TEST(TextStreamEncoded, DeliversUtf8AndFourByteUnits) {
 // across every block boundary offset: the bytes are those of the joined text.
 TEST(TextStreamEncoded, Utf8FromBlocksMatchesJoinedText) {
     const KvXmlTest::ScopedLocale utf8("C.UTF-8");
-    for (const char* piece : {"\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80a", "\xE2\x82<\xC3", "\xF0\x9F\x98"}) {
+    for (const char* piece : {"\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80" "a", "\xE2\x82<\xC3", "\xF0\x9F\x98"}) {
         for (size_t lead = 0; lead < 5; ++lead) {
             CTextStream stream(std::string(lead, 'x'), Encoding_UTF8);
             for (int i = 0; i < 30000; ++i) stream.Append(piece);
