@@ -322,15 +322,12 @@ namespace detail {
 CBinaryData LocalPiecesToUtf8Binary(const std::vector<std::string_view>& pieces, size_t length) {
     // More than any character's length in any local code page.
     constexpr size_t kHold = MB_LEN_MAX;
-    bool plain = IsAsciiOnly();
+    // No separate ASCII scan first: the conversion copies ASCII runs whole,
+    // so plain text costs one pass either way.
+    const bool plain = IsAsciiOnly();
     bool stitchable = true;
-    for (size_t k = 0; k < pieces.size(); ++k) {
-        if (k + 1 < pieces.size() && pieces[k].size() < kHold) stitchable = false;
-    }
-    if (!plain) {
-        plain = std::all_of(pieces.begin(), pieces.end(), [](const std::string_view& piece) {
-            return IsPlainAsciiText(piece.data(), piece.size());
-        });
+    for (size_t k = 0; k + 1 < pieces.size(); ++k) {
+        if (pieces[k].size() < kHold) stitchable = false;
     }
     if (!plain && !stitchable) {
         std::string joined;
