@@ -14,9 +14,13 @@
 #include <cstring>
 #include <cwchar>
 #include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/values/UnicodeConversion.h"
+#include "output/detail/PieceEncoder.h"
 #include "output/detail/PlainAscii.h"
 
 namespace KvXmlLib10 {
@@ -73,6 +77,58 @@ private:
     std::unique_ptr<unsigned char[]> m_bytes;
     size_t m_capacity;
     size_t m_length = 0;
+};
+
+// The local-to-UTF-8 loop, resumable: text held in pieces is converted
+// piece by piece with the state carried across, as if it were joined.
+class LocalToUtf8 {
+public:
+    explicit LocalToUtf8(Utf8Array& utf8) : m_utf8(utf8) {}
+
+    // Converts text from position i; stops at the end, once at or past
+    // `stopAt`, or before a character that starts within the last `hold`
+    // bytes (whose end may lie in the next piece). Returns the position.
+    size_t Run(const char* text, size_t length, size_t i, size_t hold, size_t stopAt) {
+        const auto* bytes = reinterpret_cast<const unsigned char*>(text);
+        while (i < length && i < stopAt) {
+            if (m_initial) {
+                const size_t run = i + detail::PlainAsciiRun(bytes + i, length - i);
+                if (run > i) {
+                    std::memcpy(m_utf8.Room(run - i), bytes + i, run - i);
+                    m_utf8.Grew(run - i);
+                    i = run;
+                    continue;
+                }
+            }
+            if (length - i < hold) break;
+            wchar_t wc = 0;
+            const size_t got = std::mbrtowc(&wc, text + i, length - i, &m_state);
+            if (got == 0) {  // the NUL character
+                ++i;
+            } else if (got > length - i) {  // invalid, incomplete or not a character of its own
+                wc = L'?';
+                ++i;
+                m_state = std::mbstate_t{};
+            } else {
+                i += got;
+            }
+            m_initial = std::mbsinit(&m_state) != 0;
+            unsigned char* at = m_utf8.Room(4);
+            const int one = UnicodeToUTF8(&wc, 1, at, 4);
+            if (one > 0) {
+                m_utf8.Grew(static_cast<size_t>(one));
+            } else {
+                *at = '?';
+                m_utf8.Grew(1);
+            }
+        }
+        return i;
+    }
+
+private:
+    Utf8Array& m_utf8;
+    std::mbstate_t m_state{};
+    bool m_initial = true;
 };
 
 // Decodes local code page text and hands the wide characters to `sink`
@@ -256,42 +312,60 @@ CBinaryData CEncoder::LocalCodePageToUtf8Binary(const char* text, size_t length)
     // a time. Written into one array sized for a few multi-byte characters
     // and handed over whole, so the bytes are copied once.
     Utf8Array utf8(length + length / 8 + 16);
-    std::mbstate_t state{};
-    bool initial = true;
-    size_t i = 0;
-    while (i < length) {
-        if (initial) {
-            const size_t run = i + detail::PlainAsciiRun(bytes + i, length - i);
-            if (run > i) {
-                std::memcpy(utf8.Room(run - i), bytes + i, run - i);
-                utf8.Grew(run - i);
-                i = run;
-                continue;
-            }
+    LocalToUtf8 convert(utf8);
+    convert.Run(text, length, 0, 0, SIZE_MAX);
+    return utf8.Release();
+}
+
+namespace detail {
+
+CBinaryData LocalPiecesToUtf8Binary(const std::vector<std::string_view>& pieces, size_t length) {
+    // More than any character's length in any local code page.
+    constexpr size_t kHold = MB_LEN_MAX;
+    // No separate ASCII scan first: the conversion copies ASCII runs whole,
+    // so plain text costs one pass either way.
+    const bool plain = IsAsciiOnly();
+    bool stitchable = true;
+    for (size_t k = 0; k + 1 < pieces.size(); ++k) {
+        if (pieces[k].size() < kHold) stitchable = false;
+    }
+    if (!plain && !stitchable) {
+        std::string joined;
+        joined.reserve(length);
+        for (const std::string_view& piece : pieces) joined.append(piece.data(), piece.size());
+        return CEncoder::LocalCodePageToUtf8Binary(joined.data(), joined.size());
+    }
+    if (length == 0) return CBinaryData();
+    Utf8Array utf8(plain ? length : length + length / 8 + 16);
+    if (plain) {
+        // ASCII (or pass-through) text is its own UTF-8.
+        for (const std::string_view& piece : pieces) {
+            std::memcpy(utf8.Room(piece.size()), piece.data(), piece.size());
+            utf8.Grew(piece.size());
         }
-        wchar_t wc = 0;
-        const size_t got = std::mbrtowc(&wc, text + i, length - i, &state);
-        if (got == 0) {  // the NUL character
-            ++i;
-        } else if (got > length - i) {  // invalid, incomplete or not a character of its own
-            wc = L'?';
-            ++i;
-            state = std::mbstate_t{};
-        } else {
-            i += got;
-        }
-        initial = std::mbsinit(&state) != 0;
-        unsigned char* at = utf8.Room(4);
-        const int one = UnicodeToUTF8(&wc, 1, at, 4);
-        if (one > 0) {
-            utf8.Grew(static_cast<size_t>(one));
-        } else {
-            *at = '?';
-            utf8.Grew(1);
-        }
+        return utf8.Release();
+    }
+    LocalToUtf8 convert(utf8);
+    std::string stitch;
+    size_t from = 0;
+    for (size_t k = 0; k < pieces.size(); ++k) {
+        const std::string_view piece = pieces[k];
+        const bool last = k + 1 == pieces.size();
+        const size_t stopped = convert.Run(piece.data(), piece.size(), from, last ? 0 : kHold, SIZE_MAX);
+        from = 0;
+        if (stopped >= piece.size()) continue;
+        // A character may cross into the next piece: convert the tail with
+        // enough of the next piece behind it, then resume there.
+        const std::string_view next = pieces[k + 1];
+        const size_t carried = piece.size() - stopped;
+        stitch.assign(piece.data() + stopped, carried);
+        stitch.append(next.data(), std::min(next.size(), kHold));
+        from = convert.Run(stitch.data(), stitch.size(), 0, 0, carried) - carried;
     }
     return utf8.Release();
 }
+
+}  // namespace detail
 
 CBinaryData CEncoder::LocalCodePageToUnicodeBinary(const std::string& text) {
     return LocalCodePageToUnicodeBinary(text.data(), text.size());

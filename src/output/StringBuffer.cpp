@@ -86,6 +86,14 @@ void CStringBuffer::AppendTo(std::string& out) const {
     if (m_current) out.append(m_current, m_fillPos);
 }
 
+std::vector<std::string_view> CStringBuffer::GetPieces() const {
+    std::vector<std::string_view> pieces;
+    pieces.reserve(m_blocks.size());
+    for (size_t i = 0; i + 1 < m_blocks.size(); ++i) pieces.emplace_back(m_blocks[i].get(), m_blockLengths[i]);
+    if (m_current) pieces.emplace_back(m_current, m_fillPos);
+    return pieces;
+}
+
 void CStringBuffer::Clear() {
     m_blocks.clear();
     m_blockLengths.clear();

@@ -3,6 +3,7 @@
 
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/output/Encoder.h"
+#include "output/detail/PieceEncoder.h"
 
 namespace KvXmlLib10 {
 
@@ -35,7 +36,7 @@ std::string CTextStream::GetText() const {
 CBinaryData CTextStream::GetEncodedStream() const {
     switch (m_encoding) {
         case Encoding_UTF8:
-            return CEncoder::LocalCodePageToUtf8Binary(m_buffer.GetText(), m_buffer.GetLength());
+            return detail::LocalPiecesToUtf8Binary(m_buffer.GetPieces(), m_buffer.GetLength());
         case Encoding_UTF16:
         case Encoding_Wide:
             return CEncoder::LocalCodePageToUnicodeBinary(m_buffer.GetText(), m_buffer.GetLength());

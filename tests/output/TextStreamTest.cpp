@@ -6,7 +6,9 @@
 #include <string>
 
 #include "output/OutputTestFiles.h"
+#include "kvxml/output/Encoder.h"
 #include "support/KvTestSupport.h"
+#include "support/ProcessScopes.h"
 
 using namespace KvXmlLib10;
 using namespace kvxml_test;
@@ -47,6 +49,20 @@ TEST(TextStreamEncoded, DeliversUtf8AndFourByteUnits) {
         EXPECT_EQ(Wide(bytes), L"<a/>");
     }
     EXPECT_EQ(CTextStream(Encoding_UTF8).GetEncodedStream().GetLength(), 0u);
+}
+
+// Text longer than one block, with characters (and broken ones) falling
+// across every block boundary offset: the bytes are those of the joined text.
+TEST(TextStreamEncoded, Utf8FromBlocksMatchesJoinedText) {
+    const KvXmlTest::ScopedLocale utf8("C.UTF-8");
+    for (const char* piece : {"\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80" "a", "\xE2\x82<\xC3", "\xF0\x9F\x98"}) {
+        for (size_t lead = 0; lead < 5; ++lead) {
+            CTextStream stream(std::string(lead, 'x'), Encoding_UTF8);
+            for (int i = 0; i < 30000; ++i) stream.Append(piece);
+            const CBinaryData blocks = stream.GetEncodedStream();
+            EXPECT_EQ(AsString(blocks), AsString(CEncoder::LocalCodePageToUtf8Binary(stream.GetText())));
+        }
+    }
 }
 
 TEST(TextStreamEncoded, RefusesUnknownEncodingPointingToSupport) {

@@ -9,6 +9,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "kvxml/foundation/Export.h"
@@ -55,6 +56,9 @@ public:
     /// Appends the whole text to `out` straight from the blocks (one copy,
     /// no join).
     void AppendTo(std::string& out) const;
+    /// The whole text as its blocks, in order (no join); valid until the
+    /// next change.
+    std::vector<std::string_view> GetPieces() const;
 
     /// Drops the text after the first `length` characters (nothing if the
     /// text is not longer).
