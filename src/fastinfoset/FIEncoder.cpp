@@ -86,47 +86,48 @@ void FIEncoder::Integer1To2pw20Bit2(uint8_t bits, uint32_t value) {
     }
 }
 
-void FIEncoder::Integer1To2pw20Bit3(uint8_t bits, uint32_t value) {
-    if (value <= 32) {
+// Integers from 1 to 2^20 starting on the third or the fourth bit: the same
+// four ranges, shifted by one bit.
+struct IntegerForm {
+    uint32_t smallMax;
+    uint8_t mediumFlag;   // one more octet
+    uint32_t mediumMax;
+    uint8_t largeFlag;    // two more octets
+    uint32_t largeMax;
+    uint8_t hugeFlag;     // '110', zero bits, then twenty bits in three octets
+};
+
+namespace {
+
+constexpr IntegerForm kIntegerBit3{32, 0x20, 2080, 0x28, 526368, 0x30};
+constexpr IntegerForm kIntegerBit4{16, 0x10, 1040, 0x14, 263184, 0x18};
+
+}  // namespace
+
+void FIEncoder::Integer1To2pw20(const IntegerForm& form, uint8_t bits, uint32_t value) {
+    if (value <= form.smallMax) {
         Put(static_cast<uint8_t>(bits | (value - 1)));
-    } else if (value <= 2080) {
-        const uint32_t x = value - 33;
-        Put(static_cast<uint8_t>(bits | 0x20 | (x >> 8)));
+    } else if (value <= form.mediumMax) {
+        const uint32_t x = value - form.smallMax - 1;
+        Put(static_cast<uint8_t>(bits | form.mediumFlag | (x >> 8)));
         Put(static_cast<uint8_t>(x));
-    } else if (value <= 526368) {
-        const uint32_t x = value - 2081;
-        Put(static_cast<uint8_t>(bits | 0x28 | (x >> 16)));
+    } else if (value <= form.largeMax) {
+        const uint32_t x = value - form.mediumMax - 1;
+        Put(static_cast<uint8_t>(bits | form.largeFlag | (x >> 16)));
         Put(static_cast<uint8_t>(x >> 8));
         Put(static_cast<uint8_t>(x));
     } else {
-        const uint32_t x = value - 526369;  // '110', seven zero bits, twenty bits
-        Put(static_cast<uint8_t>(bits | 0x30));
+        const uint32_t x = value - form.largeMax - 1;
+        Put(static_cast<uint8_t>(bits | form.hugeFlag));
         Put(static_cast<uint8_t>(x >> 16));
         Put(static_cast<uint8_t>(x >> 8));
         Put(static_cast<uint8_t>(x));
     }
 }
 
-void FIEncoder::Integer1To2pw20Bit4(uint8_t bits, uint32_t value) {
-    if (value <= 16) {
-        Put(static_cast<uint8_t>(bits | (value - 1)));
-    } else if (value <= 1040) {
-        const uint32_t x = value - 17;
-        Put(static_cast<uint8_t>(bits | 0x10 | (x >> 8)));
-        Put(static_cast<uint8_t>(x));
-    } else if (value <= 263184) {
-        const uint32_t x = value - 1041;
-        Put(static_cast<uint8_t>(bits | 0x14 | (x >> 16)));
-        Put(static_cast<uint8_t>(x >> 8));
-        Put(static_cast<uint8_t>(x));
-    } else {
-        const uint32_t x = value - 263185;  // '110', six zero bits, twenty bits
-        Put(static_cast<uint8_t>(bits | 0x18));
-        Put(static_cast<uint8_t>(x >> 16));
-        Put(static_cast<uint8_t>(x >> 8));
-        Put(static_cast<uint8_t>(x));
-    }
-}
+void FIEncoder::Integer1To2pw20Bit3(uint8_t bits, uint32_t value) { Integer1To2pw20(kIntegerBit3, bits, value); }
+
+void FIEncoder::Integer1To2pw20Bit4(uint8_t bits, uint32_t value) { Integer1To2pw20(kIntegerBit4, bits, value); }
 
 void FIEncoder::Integer0To2pw20Bit2(uint8_t bits, uint32_t value) {
     if (value == 0) {

@@ -19,6 +19,7 @@
 
 namespace KvXmlLib10::detail {
 
+struct IntegerForm;
 struct LengthForm;
 
 /// Where encoded octets go.
@@ -121,6 +122,7 @@ public:
     void QualifiedNameOrIndexBit3(uint8_t bits, const FIQName& name);
 
 private:
+    void Integer1To2pw20(const IntegerForm& form, uint8_t bits, uint32_t value);
     void NonEmptyOctetString(const LengthForm& form, uint8_t bits, const unsigned char* data, std::size_t length);
     static constexpr std::size_t kBufferSize = 64 * 1024;
 
