@@ -223,33 +223,33 @@ void FIEncoder::AppendRestrictedAlphabetString(uint32_t alphabet, const char* te
     if (half) out.push_back(static_cast<char>((high << 4) | 0x0F));
 }
 
+bool FIEncoder::PackTyped(const char* text, std::size_t length, FIEncoding encoding) {
+    if (encoding.kind == CFastInfosetContext::ECS_RestrictedAlphabet) {
+        AppendRestrictedAlphabetString(encoding.index, text, length, m_packed);
+    } else if (encoding.kind == CFastInfosetContext::ECS_Algorithm) {
+        if (encoding.index == 0 || encoding.index > kMaxAlgorithm) {
+            throw CKvException(FormatString("Failed to write FastInfoset. Invalid Encoding Algorithm value [%d]",
+                                            static_cast<int>(encoding.index)));
+        }
+        m_packed.clear();
+        m_key.assign(text, length);
+        EncodeAlgorithm(encoding.index, m_key.c_str(), m_packed);
+    } else {
+        return false;
+    }
+    if (m_packed.empty()) m_packed.push_back('\0');  // never happens for real values
+    return true;
+}
+
 void FIEncoder::EncodedCharacterStringBit3(uint8_t bits, const char* text, std::size_t length,
                                            FIEncoding encoding) {
-    switch (encoding.kind) {
-        case CFastInfosetContext::ECS_RestrictedAlphabet:
-        case CFastInfosetContext::ECS_Algorithm: {
-            const bool alphabet = encoding.kind == CFastInfosetContext::ECS_RestrictedAlphabet;
-            if (alphabet) {
-                AppendRestrictedAlphabetString(encoding.index, text, length, m_packed);
-            } else {
-                if (encoding.index == 0 || encoding.index > kMaxAlgorithm) {
-                    throw CKvException(FormatString(
-                        "Failed to write FastInfoset. Invalid Encoding Algorithm value [%d]",
-                        static_cast<int>(encoding.index)));
-                }
-                m_packed.clear();
-                m_key.assign(text, length);
-                EncodeAlgorithm(encoding.index, m_key.c_str(), m_packed);
-            }
-            const uint32_t index = encoding.index - 1;  // eight bits: four here, four in the next octet
-            Put(static_cast<uint8_t>(bits | (alphabet ? 0x20 : 0x30) | (index >> 4)));
-            if (m_packed.empty()) m_packed.push_back('\0');  // never happens for real values
-            NonEmptyOctetStringBit5(static_cast<uint8_t>((index & 0x0F) << 4),
-                                    reinterpret_cast<const unsigned char*>(m_packed.data()), m_packed.size());
-            return;
-        }
-        default:
-            break;
+    if (PackTyped(text, length, encoding)) {
+        const bool alphabet = encoding.kind == CFastInfosetContext::ECS_RestrictedAlphabet;
+        const uint32_t index = encoding.index - 1;  // eight bits: four here, four in the next octet
+        Put(static_cast<uint8_t>(bits | (alphabet ? 0x20 : 0x30) | (index >> 4)));
+        NonEmptyOctetStringBit5(static_cast<uint8_t>((index & 0x0F) << 4),
+                                reinterpret_cast<const unsigned char*>(m_packed.data()), m_packed.size());
+        return;
     }
     if (m_context.GetDefaultStringEncoding() != 0)
         ThrowWrite("Failed to write FastInfoset. Unknown encoding in EncodedCharacterStringBit7.");
@@ -259,31 +259,13 @@ void FIEncoder::EncodedCharacterStringBit3(uint8_t bits, const char* text, std::
 
 void FIEncoder::EncodedCharacterStringBit5(uint8_t bits, const char* text, std::size_t length,
                                            FIEncoding encoding) {
-    switch (encoding.kind) {
-        case CFastInfosetContext::ECS_RestrictedAlphabet:
-        case CFastInfosetContext::ECS_Algorithm: {
-            const bool alphabet = encoding.kind == CFastInfosetContext::ECS_RestrictedAlphabet;
-            if (alphabet) {
-                AppendRestrictedAlphabetString(encoding.index, text, length, m_packed);
-            } else {
-                if (encoding.index == 0 || encoding.index > kMaxAlgorithm) {
-                    throw CKvException(FormatString(
-                        "Failed to write FastInfoset. Invalid Encoding Algorithm value [%d]",
-                        static_cast<int>(encoding.index)));
-                }
-                m_packed.clear();
-                m_key.assign(text, length);
-                EncodeAlgorithm(encoding.index, m_key.c_str(), m_packed);
-            }
-            const uint32_t index = encoding.index - 1;  // eight bits: two here, six in the next octet
-            Put(static_cast<uint8_t>(bits | (alphabet ? 0x08 : 0x0C) | (index >> 6)));
-            if (m_packed.empty()) m_packed.push_back('\0');
-            NonEmptyOctetStringBit7(static_cast<uint8_t>((index & 0x3F) << 2),
-                                    reinterpret_cast<const unsigned char*>(m_packed.data()), m_packed.size());
-            return;
-        }
-        default:
-            break;
+    if (PackTyped(text, length, encoding)) {
+        const bool alphabet = encoding.kind == CFastInfosetContext::ECS_RestrictedAlphabet;
+        const uint32_t index = encoding.index - 1;  // eight bits: two here, six in the next octet
+        Put(static_cast<uint8_t>(bits | (alphabet ? 0x08 : 0x0C) | (index >> 6)));
+        NonEmptyOctetStringBit7(static_cast<uint8_t>((index & 0x3F) << 2),
+                                reinterpret_cast<const unsigned char*>(m_packed.data()), m_packed.size());
+        return;
     }
     switch (m_context.GetDefaultStringEncoding()) {
         case 0:

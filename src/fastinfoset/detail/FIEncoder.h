@@ -122,6 +122,9 @@ public:
     void QualifiedNameOrIndexBit3(uint8_t bits, const FIQName& name);
 
 private:
+    /// Packs a restricted-alphabet or algorithm value into m_packed; false
+    /// for text that is written as UTF-8.
+    bool PackTyped(const char* text, std::size_t length, FIEncoding encoding);
     void Integer1To2pw20(const IntegerForm& form, uint8_t bits, uint32_t value);
     void NonEmptyOctetString(const LengthForm& form, uint8_t bits, const unsigned char* data, std::size_t length);
     static constexpr std::size_t kBufferSize = 64 * 1024;

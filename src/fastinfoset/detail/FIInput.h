@@ -83,6 +83,9 @@ public:
 private:
     uint32_t IntegerBit2(uint8_t first, const char* message);
     uint32_t Octets(std::size_t count);
+    template <int Shift>
+    uint32_t Integer1To2pw20From(uint8_t first, uint32_t mediumBase, uint32_t largeBase, uint32_t hugeBase,
+                                 const char* message);
 
     const unsigned char* m_begin;
     const unsigned char* m_at;
@@ -107,32 +110,32 @@ inline uint32_t FIInput::IntegerBit2(uint8_t first, const char* message) {
     ThrowFIError(message);
 }
 
-// 0 + 5 bits, 100 + 11 bits (from 33), 101 + 19 bits (from 2081),
-// 110 + 7 zero bits + 20 bits (from 526369).
-inline uint32_t FIInput::Integer1To2pw20Bit3(uint8_t first) {
-    if ((first & 0x20) == 0) return (first & 0x1Fu) + 1;
-    if ((first & 0x38) == 0x20) return (((first & 0x07u) << 8) | Octets(1)) + 33;
-    if ((first & 0x38) == 0x28) return (((first & 0x07u) << 16) | Octets(2)) + 2081;
-    if ((first & 0x3F) == 0x30) {
+// From the third bit: 0 + 5 bits, 100 + 11 bits (from 33), 101 + 19 bits
+// (from 2081), 110 + 7 zero bits + 20 bits (from 526369). From the fourth bit
+// every mask moves one bit right: 0 + 4 bits, 100 + 10 bits (from 17),
+// 101 + 18 bits (from 1041), 110 + 6 zero bits + 20 bits (from 263185).
+template <int Shift>
+inline uint32_t FIInput::Integer1To2pw20From(uint8_t first, uint32_t mediumBase, uint32_t largeBase,
+                                             uint32_t hugeBase, const char* message) {
+    if ((first & (0x20 >> Shift)) == 0) return (first & (0x1Fu >> Shift)) + 1;
+    if ((first & (0x38 >> Shift)) == (0x20 >> Shift))
+        return (((first & (0x07u >> Shift)) << 8) | Octets(1)) + mediumBase;
+    if ((first & (0x38 >> Shift)) == (0x28 >> Shift))
+        return (((first & (0x07u >> Shift)) << 16) | Octets(2)) + largeBase;
+    if ((first & (0x3F >> Shift)) == (0x30 >> Shift)) {
         const uint32_t rest = Octets(3);
-        const uint32_t value = rest + 526369;
+        const uint32_t value = rest + hugeBase;
         if (rest < (uint32_t{1} << 20) && value <= kFIMaxIndex) return value;
     }
-    ThrowFIError(kFIInteger1Bit3);
+    ThrowFIError(message);
 }
 
-// 0 + 4 bits, 100 + 10 bits (from 17), 101 + 18 bits (from 1041),
-// 110 + 6 zero bits + 20 bits (from 263185).
+inline uint32_t FIInput::Integer1To2pw20Bit3(uint8_t first) {
+    return Integer1To2pw20From<0>(first, 33, 2081, 526369, kFIInteger1Bit3);
+}
+
 inline uint32_t FIInput::Integer1To2pw20Bit4(uint8_t first) {
-    if ((first & 0x10) == 0) return (first & 0x0Fu) + 1;
-    if ((first & 0x1C) == 0x10) return (((first & 0x03u) << 8) | Octets(1)) + 17;
-    if ((first & 0x1C) == 0x14) return (((first & 0x03u) << 16) | Octets(2)) + 1041;
-    if ((first & 0x1F) == 0x18) {
-        const uint32_t rest = Octets(3);
-        const uint32_t value = rest + 263185;
-        if (rest < (uint32_t{1} << 20) && value <= kFIMaxIndex) return value;
-    }
-    ThrowFIError(kFIInteger1Bit4);
+    return Integer1To2pw20From<1>(first, 17, 1041, 263185, kFIInteger1Bit4);
 }
 
 // 0 + 6 bits, 1000000 + 8 bits (from 65), 1100000 + 32 bits (from 321).
