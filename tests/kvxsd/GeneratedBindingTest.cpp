@@ -8,13 +8,16 @@
 #include <string>
 
 #include "DescriptorDump.h"
+#include "codes.h"
 #include "groups.h"
 #include "kvxml/core/SerializationContext.h"
 #include "kvxml/foundation/KvException.h"
 #include "po.h"
+#include "left.h"
 #include "polymorphic.h"
 #include "product.h"
 #include "recursive.h"
+#include "shapes.h"
 #include "support/KvTestSupport.h"
 #if __has_include("wildcard.h")
 #include "wildcard.h"
@@ -55,6 +58,10 @@ const Instance kInstances[] = {
      kvgen_polymorphic::CreateGlobalElement},
     {KVXSD_BINDINGS "/groups.xml", KVXSD_BINDINGS "/groups.xsd", "ticket", "urn:example:groups",
      kvgen_groups::CreateGlobalElement},
+    {KVXSD_STRESS "/shapes.xml", KVXSD_STRESS "/shapes.xsd", "root", "urn:stress:shapes",
+     kvgen_shapes::CreateGlobalElement},
+    {KVXSD_STRESS "/left.xml", KVXSD_STRESS "/left.xsd", "tree", "urn:stress:left", kvgen_left::CreateGlobalElement},
+    {KVXSD_STRESS "/codes.xml", KVXSD_CODES, "codes", "urn:stress:codes", kvgen_codes::CreateGlobalElement},
 #if __has_include("wildcard.h")
     {KVXSD_BINDINGS "/wildcard.xml", KVXSD_BINDINGS "/wildcard.xsd", "envelope", "urn:example:envelope",
      kvgen_wildcard::CreateGlobalElement},

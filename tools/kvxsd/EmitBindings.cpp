@@ -32,8 +32,19 @@ public:
         unit.stem = schema.stem;
         unit.sourceName = BaseName(schema.path);
         unit.cppNamespace = Namespace(schemaIndex);
+        std::set<int32_t> bases;
+        for (int32_t c : schema.classes) {
+            const Class& cls = m_model.classes.at(static_cast<size_t>(c));
+            if (cls.baseClass >= 0) bases.insert(m_classOwner.at(static_cast<size_t>(cls.baseClass)));
+            for (const Member& m : cls.members) {
+                if (m.classIndex >= 0) DeclareClass(unit, m.classIndex);
+                DeclareEnum(unit, m.value.enumeration);
+            }
+            for (const Attribute& a : cls.attributes) DeclareEnum(unit, a.value.enumeration);
+        }
         for (int32_t d : schema.dependsOn)
-            unit.includes.push_back(m_model.schemas.at(static_cast<size_t>(d)).stem + ".h");
+            (bases.count(d) ? unit.includes : unit.lateIncludes)
+                .push_back(m_model.schemas.at(static_cast<size_t>(d)).stem + ".h");
         for (int32_t e : schema.enumerations) {
             const Enumeration& en = m_model.enumerations.at(static_cast<size_t>(e));
             EmitEnum out;
@@ -77,6 +88,21 @@ private:
     std::string ClassName(int32_t index) const {
         return Qualify(m_classOwner.at(static_cast<size_t>(index)),
                        m_model.classes.at(static_cast<size_t>(index)).cppName);
+    }
+    // A name of another unit that this unit's header uses.
+    void DeclareClass(EmitUnit& unit, int32_t index) const {
+        const int32_t owner = m_classOwner.at(static_cast<size_t>(index));
+        if (owner >= 0 && owner != m_schema)
+            unit.foreignDeclarations.emplace(Namespace(static_cast<size_t>(owner)),
+                                             "class " + m_model.classes.at(static_cast<size_t>(index)).cppName);
+    }
+    void DeclareEnum(EmitUnit& unit, int32_t index) const {
+        const int32_t owner = index < 0 ? -1 : m_enumOwner.at(static_cast<size_t>(index));
+        if (owner >= 0 && owner != m_schema)
+            unit.foreignDeclarations.emplace(Namespace(static_cast<size_t>(owner)),
+                                             "enum class " +
+                                                 m_model.enumerations.at(static_cast<size_t>(index)).cppName +
+                                                 " : int32_t");
     }
     std::string Factory(int32_t index) const {
         return Qualify(m_classOwner.at(static_cast<size_t>(index)), "CreateClass");

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstdint>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kvxsd {
@@ -91,7 +93,11 @@ struct EmitUnit {
     std::string stem;                   ///< output file stem: po gives po.h and po.cpp
     std::string sourceName;             ///< schema file name quoted in the banner
     std::string cppNamespace;           ///< may contain ::
-    std::vector<std::string> includes;  ///< headers of the units this one refers to
+    std::vector<std::string> includes;  ///< headers of the units holding a base class of this one's
+    /// Headers of the other units it refers to, included after its classes (with
+    /// their names declared first) so that schemas importing each other compile.
+    std::vector<std::string> lateIncludes;
+    std::set<std::pair<std::string, std::string>> foreignDeclarations;  ///< {C++ namespace, declaration}
     std::vector<EmitEnum> enums;
     std::vector<EmitClass> classes;  ///< a base before its derived classes
     std::vector<EmitGlobalElement> globals;

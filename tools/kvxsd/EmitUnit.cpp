@@ -3,6 +3,7 @@
 // Each member kind has one row of accessors, storage, property access and
 // descriptor; the class skeleton around them is the same for every class.
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <set>
 #include <sstream>
@@ -124,6 +125,13 @@ public:
                 }
         for (const std::string& h : headers) o << "#include \"" << h << "\"\n";
         for (const std::string& h : m_unit.includes) o << "#include \"" << h << "\"\n";
+        for (auto it = m_unit.foreignDeclarations.begin(); it != m_unit.foreignDeclarations.end(); ++it) {
+            if (it == m_unit.foreignDeclarations.begin() || std::prev(it)->first != it->first)
+                o << "\nnamespace " << it->first << " {\n";
+            o << it->second << ";\n";
+            if (std::next(it) == m_unit.foreignDeclarations.end() || std::next(it)->first != it->first)
+                o << "}  // namespace " << it->first << "\n";
+        }
         o << "\nnamespace " << m_unit.cppNamespace << " {\n\n";
         for (const EmitEnum& e : m_unit.enums) {
             o << "enum class " << e.cppName << " : int32_t {";
@@ -143,6 +151,8 @@ public:
              "char* namespaceUri);\n";
         for (const EmitClass& c : m_unit.classes) ClassDeclaration(c);
         o << "\n}  // namespace " << m_unit.cppNamespace << "\n";
+        if (!m_unit.lateIncludes.empty()) o << "\n";
+        for (const std::string& h : m_unit.lateIncludes) o << "#include \"" << h << "\"\n";
         return o.str();
     }
 
@@ -537,8 +547,12 @@ private:
     void Chooser(const EmitMember& m) {
         std::ostringstream& o = m_out;
         o << "\nstatic KvXmlLib10::CSmartPtr<KvXmlLib10::CXmlObjectBase> " << m.chooser
-          << "(KvXmlLib10::CXmlElement* element) {\n"
-             "    const std::string& name = element->GetLocalName();\n"
+          << "(KvXmlLib10::CXmlElement* element) {\n";
+        if (m.choices.empty()) {  // an abstract head that nothing in the schema set substitutes
+            o << "    (void)element;\n    return nullptr;\n}\n";
+            return;
+        }
+        o << "    const std::string& name = element->GetLocalName();\n"
              "    const std::string type = KvXmlLib10::CClassfactoryBase::GetElementType(element);\n"
              "    if (!type.empty()) {\n";
         const auto byType = [](const EmitChoice& ch) { return ch.byType; };
