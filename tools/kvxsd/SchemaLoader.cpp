@@ -3,8 +3,10 @@
 
 #include <expat.h>
 
+#include <cctype>
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <sstream>
 #include <unordered_map>
@@ -30,6 +32,16 @@ std::string Folder(const std::string& path) {
 bool IsRemote(const std::string& location) {
     const size_t colon = location.find("://");
     return colon != std::string::npos && colon > 1 && location.find('/') > colon;
+}
+
+// A URI with a scheme other than file: (http://..., classpath:/...); one letter is a drive.
+bool HasScheme(const std::string& location) {
+    const size_t colon = location.find(':');
+    if (colon == std::string::npos || colon < 2 || !std::isalpha(static_cast<unsigned char>(location[0])))
+        return false;
+    for (size_t i = 1; i < colon; ++i)
+        if (!std::isalnum(static_cast<unsigned char>(location[i])) && !std::strchr("+-.", location[i])) return false;
+    return true;
 }
 
 bool FileExists(const std::string& path) {
@@ -256,13 +268,13 @@ void LoadSchemas(const Options& options, SchemaSet& set, Diagnostics& diags) {
         const std::string location = written.compare(0, 7, "file://") == 0 ? written.substr(7) : written;
         auto hit = catalog.find(location);
         if (!location.empty() && hit != catalog.end()) return hit->second;
-        if (!location.empty() && !IsRemote(location)) {
+        if (!location.empty() && !HasScheme(location)) {
             const std::string local = location[0] == '/' ? location : Folder(from) + location;
             if (FileExists(local)) return local;
             for (const std::string& dir : options.includeDirs)
                 if (FileExists(dir + '/' + location)) return dir + '/' + location;
         }
-        if (!location.empty() && IsRemote(location)) {
+        if (!location.empty() && HasScheme(location)) {
             const std::string base = location.substr(location.rfind('/') + 1);
             for (const std::string& dir : options.includeDirs)
                 if (!base.empty() && FileExists(dir + '/' + base)) return dir + '/' + base;
