@@ -179,6 +179,8 @@ TEST(KvxsdFrontend, ReportsErrorsWithTheirPositions) {
         {"<xs:complexType name='A'/>\n<xs:complexType name='A'/>",
          "e.xsd:2:1: error: duplicate type 'A' (first defined at e.xsd:1:96)\n"},
         {"<xs:element name='a' type='t:Nope'/>", "e.xsd:1:96: error: unknown type '{urn:t}Nope'\n"},
+        {"<xs:import namespace='urn:x'/><xs:element name='a' xmlns:x='urn:x' type='x:T'/>",
+         "e.xsd:1:126: error: unknown type '{urn:x}T' (no schema of namespace urn:x is loaded: map it with --catalog)\n"},
         {"<xs:element name='a' type='u:T'/>", "e.xsd:1:96: error: the prefix 'u' is not bound to a namespace\n"},
         {"<xs:complexType name='S'><xs:complexContent><xs:extension base='t:S'/></xs:complexContent></xs:complexType>",
          "e.xsd:1:140: error: type 'S' derives from itself\n"},

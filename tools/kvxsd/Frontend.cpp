@@ -90,7 +90,12 @@ const Node* Resolver::Lookup(const std::unordered_map<std::string, const Node*>&
                              const char* kind, const Node* from) {
     auto it = table.find(key);
     if (it != table.end()) return it->second;
-    m_diags.Error(from->pos, std::string("unknown ") + kind + " '" + QDisplay(key) + "'");
+    // Most often an xs:import by namespace alone that nothing resolved: say so.
+    const std::string ns = QNamespace(key);
+    const auto holds = [&](const SchemaDoc& d) { return d.root && d.targetNamespace == ns; };
+    const bool loaded = ns == kXsNamespace || std::any_of(m_set.docs.begin(), m_set.docs.end(), holds);
+    const std::string hint = loaded ? "" : " (no schema of namespace " + ns + " is loaded: map it with --catalog)";
+    m_diags.Error(from->pos, std::string("unknown ") + kind + " '" + QDisplay(key) + "'" + hint);
     return nullptr;
 }
 
