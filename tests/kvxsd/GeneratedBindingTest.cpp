@@ -61,6 +61,7 @@ const Instance kInstances[] = {
     {KVXSD_STRESS "/shapes.xml", KVXSD_STRESS "/shapes.xsd", "root", "urn:stress:shapes",
      kvgen_shapes::CreateGlobalElement},
     {KVXSD_STRESS "/left.xml", KVXSD_STRESS "/left.xsd", "tree", "urn:stress:left", kvgen_left::CreateGlobalElement},
+    {KVXSD_STRESS "/extra.xml", KVXSD_STRESS "/extra.xsd", "tree", "urn:stress:left", kvgen_left::CreateGlobalElement},
     {KVXSD_STRESS "/codes.xml", KVXSD_CODES, "codes", "urn:stress:codes", kvgen_codes::CreateGlobalElement},
 #if __has_include("wildcard.h")
     {KVXSD_BINDINGS "/wildcard.xml", KVXSD_BINDINGS "/wildcard.xsd", "envelope", "urn:example:envelope",

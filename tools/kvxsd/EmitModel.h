@@ -98,6 +98,7 @@ struct EmitUnit {
     /// their names declared first) so that schemas importing each other compile.
     std::vector<std::string> lateIncludes;
     std::set<std::pair<std::string, std::string>> foreignDeclarations;  ///< {C++ namespace, declaration}
+    std::vector<std::string> sourceIncludes;  ///< headers only its source needs (substitutes from other units)
     std::vector<EmitEnum> enums;
     std::vector<EmitClass> classes;  ///< a base before its derived classes
     std::vector<EmitGlobalElement> globals;
