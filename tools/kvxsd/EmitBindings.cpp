@@ -32,30 +32,7 @@ public:
         unit.stem = schema.stem;
         unit.sourceName = BaseName(schema.path);
         unit.cppNamespace = Namespace(schemaIndex);
-        std::set<int32_t> bases, sourceOwners;
-        for (int32_t c : schema.classes) {
-            const Class& cls = m_model.classes.at(static_cast<size_t>(c));
-            if (cls.baseClass >= 0) bases.insert(m_classOwner.at(static_cast<size_t>(cls.baseClass)));
-            for (const Member& m : cls.members) {
-                if (m.classIndex >= 0) DeclareClass(unit, m.classIndex);
-                DeclareEnum(unit, m.value.enumeration);
-                // The classes an abstract member may hold are made in the source.
-                std::vector<int32_t> made = m.typeChoices;
-                for (int32_t e : m.substitutes) made.push_back(m_model.elements.at(static_cast<size_t>(e)).classIndex);
-                for (int32_t k : made) {
-                    const int32_t owner = k < 0 ? -1 : m_classOwner.at(static_cast<size_t>(k));
-                    if (owner >= 0 && owner != m_schema) sourceOwners.insert(owner);
-                }
-            }
-            for (const Attribute& a : cls.attributes) DeclareEnum(unit, a.value.enumeration);
-        }
-        for (int32_t d : schema.dependsOn) {
-            (bases.count(d) ? unit.includes : unit.lateIncludes)
-                .push_back(m_model.schemas.at(static_cast<size_t>(d)).stem + ".h");
-            sourceOwners.erase(d);
-        }
-        for (int32_t d : sourceOwners)
-            unit.sourceIncludes.push_back(m_model.schemas.at(static_cast<size_t>(d)).stem + ".h");
+        AddIncludes(schema, unit);
         for (int32_t e : schema.enumerations) {
             const Enumeration& en = m_model.enumerations.at(static_cast<size_t>(e));
             EmitEnum out;
@@ -100,6 +77,35 @@ private:
         return Qualify(m_classOwner.at(static_cast<size_t>(index)),
                        m_model.classes.at(static_cast<size_t>(index)).cppName);
     }
+    // Headers of the units holding a base class come first in the header, the
+    // other units' after its classes (their names declared ahead), and the units
+    // of classes only the source makes (substitutes, derived types) in the source.
+    void AddIncludes(const MainSchema& schema, EmitUnit& unit) const {
+        std::set<int32_t> bases, sourceOwners;
+        for (int32_t c : schema.classes) {
+            const Class& cls = m_model.classes.at(static_cast<size_t>(c));
+            if (cls.baseClass >= 0) bases.insert(m_classOwner.at(static_cast<size_t>(cls.baseClass)));
+            for (const Member& m : cls.members) {
+                if (m.classIndex >= 0) DeclareClass(unit, m.classIndex);
+                DeclareEnum(unit, m.value.enumeration);
+                std::vector<int32_t> made = m.typeChoices;
+                for (int32_t e : m.substitutes) made.push_back(m_model.elements.at(static_cast<size_t>(e)).classIndex);
+                for (int32_t k : made) {
+                    const int32_t owner = k < 0 ? -1 : m_classOwner.at(static_cast<size_t>(k));
+                    if (owner >= 0 && owner != m_schema) sourceOwners.insert(owner);
+                }
+            }
+            for (const Attribute& a : cls.attributes) DeclareEnum(unit, a.value.enumeration);
+        }
+        for (int32_t d : schema.dependsOn) {
+            (bases.count(d) ? unit.includes : unit.lateIncludes)
+                .push_back(m_model.schemas.at(static_cast<size_t>(d)).stem + ".h");
+            sourceOwners.erase(d);
+        }
+        for (int32_t d : sourceOwners)
+            unit.sourceIncludes.push_back(m_model.schemas.at(static_cast<size_t>(d)).stem + ".h");
+    }
+
     // A name of another unit that this unit's header uses.
     void DeclareClass(EmitUnit& unit, int32_t index) const {
         const int32_t owner = m_classOwner.at(static_cast<size_t>(index));
