@@ -43,6 +43,11 @@ grep -q '^element k {urn:k}' out.txt || fail "k.xsd not loaded through -I: $(cat
 grep -q '^element c {urn:c}' out.txt || fail "c.xsd not loaded through the catalog: $(cat out.txt)"
 grep -q '^e/Min: Min -> Min2 (clashes with Min)$' out.txt || fail "--explain-names: $(cat out.txt)"
 
+# Two main schemas of one file name would overwrite each other's output.
+expect_status 1 "$kvxsd" -o out lib/l.xsd cat/../lib/l.xsd
+grep -q '^kvxsd: error: lib/l.xsd and cat/../lib/l.xsd would both be written to l.h and l.cpp' err.txt ||
+  fail "same stem: $(cat err.txt)"
+
 # An error leaves the output folder untouched.
 expect_status 1 "$kvxsd" -o out main.xsd
 [[ -z $(ls -A out) ]] || fail "output left after an error: $(ls -A out)"

@@ -104,10 +104,15 @@ int32_t Resolver::OwnerSchema(const SourcePos& pos) {
 
 void Resolver::AssignSchemas() {
     NameScope namespaces;
+    std::unordered_map<std::string, std::string> stems;  // output stem -> the schema written there
     for (size_t i = 0; i < m_options.schemas.size(); ++i) {
         MainSchema s;
         s.path = m_options.schemas[i];
         s.stem = SchemaStem(static_cast<int32_t>(i));
+        auto first = stems.emplace(s.stem, s.path);
+        if (!first.second)
+            m_diags.Error(SourcePos{}, first.first->second + " and " + s.path + " would both be written to " +
+                                           s.stem + ".h and " + s.stem + ".cpp: compile them in separate runs");
         const std::string wanted = m_options.cppNamespace.empty() ? SnakeCase(s.stem) : m_options.cppNamespace;
         s.cppNamespace = m_options.cppNamespace.empty()
                              ? namespaces.Assign(s.path, wanted.empty() ? "schema" : wanted, m_overrides,
