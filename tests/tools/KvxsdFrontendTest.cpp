@@ -140,6 +140,7 @@ TEST(KvxsdFrontend, ResolvesComponentsIntoTheModel) {
 TEST(KvxsdFrontend, FollowsIncludesImportsAndForms) {
     const std::map<std::string, std::string> files = {
         {"main.xsd", Schema("<xs:import namespace='urn:o' schemaLocation='other.xsd'/>"
+                            "<xs:import namespace='urn:o' schemaLocation='copy.xsd'/>"
                             "<xs:include schemaLocation='cham.xsd'/><xs:include schemaLocation='cham.xsd'/>"
                             "<xs:element name='r'><xs:complexType><xs:sequence><xs:element name='l' type='xs:int'/>"
                             "<xs:element ref='o:g' xmlns:o='urn:o'/><xs:element name='c' type='t:Ch'/>"
@@ -154,8 +155,11 @@ TEST(KvxsdFrontend, FollowsIncludesImportsAndForms) {
                      "<xs:complexType name='Ch'><xs:sequence><xs:element name='v' type='Ch' minOccurs='0'/>"
                      "</xs:sequence></xs:complexType></xs:schema>"},
     };
-    const Compiled run = Compile(files, "main.xsd");
+    std::map<std::string, std::string> withCopy = files;  // a copy of a loaded namespace is not loaded again
+    withCopy["copy.xsd"] = files.at("other.xsd");
+    const Compiled run = Compile(withCopy, "main.xsd");
     ASSERT_TRUE(run.ok) << run.messages;
+    EXPECT_NE(run.messages.find("skipped: the namespace urn:o is already loaded from"), std::string::npos);
     for (const char* fact : {"  1 L l {} PrimMnd", "  2 G g {urn:o} ClsMnd 1..1 class=CG", "  3 C c {} ClsMnd 1..1 class=CCh",
                              "  4 @Q q {} Primitive", "  5 @Lang lang {http://www.w3.org/XML/1998/namespace}",
                              "class CCh Ch {urn:t}", "  1 V v {} ClsOpt 0..1 class=CCh", "  1 @Z z {urn:o} Primitive",

@@ -225,6 +225,8 @@ struct Pending {
     std::string chameleonNs;  // the includer's namespace for an include
     bool chameleon = false;
     int32_t mainSchema = -1;
+    std::string importNs;  // the namespace an xs:import asks for
+    SourcePos importPos;
 };
 
 }  // namespace
@@ -262,6 +264,7 @@ void LoadSchemas(const Options& options, SchemaSet& set, Diagnostics& diags) {
     if (!options.catalog.empty()) catalog = ReadCatalog(options.catalog, diags);
     std::unordered_map<std::string, int32_t> loaded;  // canonical path + '\n' + namespace -> doc
     std::unordered_map<std::string, int32_t> fileIndex;
+    std::unordered_map<std::string, std::string> namespaceFile;  // target namespace -> first file holding it
 
     auto locate = [&](const std::string& written, const std::string& ns, const std::string& from,
                       const SourcePos& pos) -> std::string {
@@ -295,7 +298,7 @@ void LoadSchemas(const Options& options, SchemaSet& set, Diagnostics& diags) {
 
     std::deque<Pending> queue;
     for (size_t i = 0; i < options.schemas.size(); ++i)
-        queue.push_back(Pending{options.schemas[i], std::string(), false, static_cast<int32_t>(i)});
+        queue.push_back(Pending{options.schemas[i], std::string(), false, static_cast<int32_t>(i), std::string(), {}});
     std::vector<int32_t> mainDocs;
     while (!queue.empty()) {
         Pending next = std::move(queue.front());
@@ -303,6 +306,14 @@ void LoadSchemas(const Options& options, SchemaSet& set, Diagnostics& diags) {
         const std::string canonical = Canonical(next.path);
         const std::string key = canonical + (next.chameleon ? '\n' + next.chameleonNs : std::string("\n\x01"));
         if (loaded.count(key)) continue;  // include cycles and diamonds load once
+        // Standard schemas travel in copies (xmldsig, xml.xsd beside each user): a
+        // namespace already loaded from another file is not imported again.
+        auto holder = namespaceFile.find(next.importNs);
+        if (!next.importNs.empty() && holder != namespaceFile.end() && holder->second != canonical) {
+            diags.Note(next.importPos, "xs:import of " + next.path + " skipped: the namespace " + next.importNs +
+                                           " is already loaded from " + holder->second);
+            continue;
+        }
         std::ifstream in(next.path, std::ios::binary);
         if (!in) {
             diags.Error(SourcePos{}, "cannot read " + next.path);
@@ -334,6 +345,7 @@ void LoadSchemas(const Options& options, SchemaSet& set, Diagnostics& diags) {
         }
         loaded.emplace(key, docIndex);
         loaded.emplace(effective, docIndex);
+        if (doc.root) namespaceFile.emplace(doc.targetNamespace, canonical);
         if (!doc.root) continue;
         if (next.chameleon) {
             const std::string* own = doc.root->Attr("targetNamespace");
@@ -361,9 +373,9 @@ void LoadSchemas(const Options& options, SchemaSet& set, Diagnostics& diags) {
                 continue;
             }
             if (what == "include")
-                queue.push_back(Pending{path, doc.targetNamespace, true, doc.mainSchema});
+                queue.push_back(Pending{path, doc.targetNamespace, true, doc.mainSchema, std::string(), child->pos});
             else
-                queue.push_back(Pending{path, std::string(), false, doc.mainSchema});
+                queue.push_back(Pending{path, std::string(), false, doc.mainSchema, ns, child->pos});
         }
     }
 }
