@@ -15,6 +15,7 @@
 #include "polymorphic.h"
 #include "product.h"
 #include "recursive.h"
+#include "substitution.h"
 #include "support/KvTestSupport.h"
 #if __has_include("wildcard.h")
 #include "wildcard.h"
@@ -55,6 +56,8 @@ const Instance kInstances[] = {
      kvgen_polymorphic::CreateGlobalElement},
     {KVXSD_BINDINGS "/groups.xml", KVXSD_BINDINGS "/groups.xsd", "ticket", "urn:example:groups",
      kvgen_groups::CreateGlobalElement},
+    {KVXSD_BINDINGS "/substitution.xml", KVXSD_BINDINGS "/substitution.xsd", "fleet", "urn:example:fleet",
+     kvgen_fleet::CreateGlobalElement},
 #if __has_include("wildcard.h")
     {KVXSD_BINDINGS "/wildcard.xml", KVXSD_BINDINGS "/wildcard.xsd", "envelope", "urn:example:envelope",
      kvgen_wildcard::CreateGlobalElement},
@@ -105,6 +108,58 @@ TEST(GeneratedBinding, ChoiceMembersExcludeEachOther) {
     contact.SetPhone("555");
     EXPECT_TRUE(contact.IsPhoneSet());
     EXPECT_FALSE(contact.IsEmailSet());
+}
+
+// Members of a substitution group are read into the class of their own element and written under their own name.
+TEST(GeneratedBinding, SubstitutionGroupMembersKeepTheirOwnElements) {
+    kvgen_fleet::CFleet fleet;
+    fleet.FromXmlFile(KVXSD_BINDINGS "/substitution.xml");
+    ASSERT_TRUE(fleet.GetFlagship()->GetTruck()->IsVanSet());
+    EXPECT_EQ(fleet.GetFlagship()->GetTruck()->GetVan()->GetAxles(), 3);
+    ASSERT_EQ(fleet.GetVehicleCount(), 4);
+    EXPECT_EQ(fleet.GetVehicle(0)->GetCar()->GetPlate(), "A-1");
+    EXPECT_EQ(fleet.GetVehicle(1)->GetTruck()->GetAxles(), 2);
+    EXPECT_TRUE(fleet.GetVehicle(2)->IsVanSet());
+    EXPECT_FALSE(fleet.GetVehicle(2)->IsTruckSet());
+
+    // A child set by hand takes the name of the member it is set for.
+    kvgen_fleet::CTruck* truck = new kvgen_fleet::CTruck;
+    truck->SetPlate("Z-9");
+    truck->SetAxles(6);
+    fleet.GetFlagship()->GetTruck()->ClearVan();
+    fleet.GetFlagship()->GetTruck()->SetTruck(truck);
+    KvXmlLib10::CXmlSerializationContext plain;
+    plain.SetWriteTypeAttribute(false);
+    plain.SetDefaultNamespaceURI("urn:example:fleet");
+    const std::string written = fleet.ToXml(false, false, KvXmlLib10::EOL_LF, plain);
+    EXPECT_NE(written.find("<flagship><truck><plate>Z-9</plate><axles>6</axles></truck></flagship><car>"),
+              std::string::npos)
+        << written;
+    EXPECT_KV_THROW(fleet.GetVehicle(0)->SetVan(new kvgen_fleet::CTruck), KvXmlLib10::CKvInvalidStateException,
+                    "The Property [car] is already set. Only one element within this class bay be set at a time");
+}
+
+// A collection in a choice selects it with its first item and frees it with its last, by hand and on reading.
+TEST(GeneratedBinding, ChoiceCollectionsKeepTheSelection) {
+    const char* const busy =
+        "The Property [note] is already set. Only one element within this class bay be set at a time";
+    kvgen_fleet::CLog log;
+    log.Note().Add("a");
+    EXPECT_KV_THROW(log.SetSealed(KvXmlLib10::CDateTime()), KvXmlLib10::CKvInvalidStateException, busy);
+    log.ClearNote();
+    log.SetSealed(KvXmlLib10::CDateTime());
+    EXPECT_KV_THROW(log.Note().Add("b"), KvXmlLib10::CKvInvalidStateException,
+                    "The Property [sealed] is already set. Only one element within this class bay be set at a time");
+    EXPECT_EQ(log.GetNoteCount(), 0);
+
+    log.FromXml("<log xmlns='urn:example:fleet'><note>a</note><note>b</note></log>");
+    EXPECT_EQ(log.GetNoteCount(), 2);
+    EXPECT_KV_THROW(log.SetSealed(KvXmlLib10::CDateTime()), KvXmlLib10::CKvInvalidStateException, busy);
+    log.Note().Remove(0);
+    EXPECT_KV_THROW(log.SetSealed(KvXmlLib10::CDateTime()), KvXmlLib10::CKvInvalidStateException, busy);
+    log.Note().Remove(0);
+    log.SetSealed(KvXmlLib10::CDateTime());
+    EXPECT_TRUE(log.IsSealedSet());
 }
 
 // Broken instances fail with the chain of elements leading to the fault.

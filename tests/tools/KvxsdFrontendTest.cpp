@@ -84,10 +84,16 @@ TEST(KvxsdFrontend, ResolvesComponentsIntoTheModel) {
          "<xs:element name='shape' type='t:Shape' abstract='true'/>"
          "<xs:element name='sq' substitutionGroup='t:shape'/>"
          "<xs:element name='d'><xs:complexType><xs:sequence><xs:element ref='t:shape' maxOccurs='9'/>"
-         "</xs:sequence></xs:complexType></xs:element>",
+         "</xs:sequence></xs:complexType></xs:element>"
+         "<xs:element name='e'><xs:complexType><xs:choice><xs:element ref='t:shape'/>"
+         "<xs:element name='none' type='xs:int'/></xs:choice></xs:complexType></xs:element>",
          {"class CShape Shape {urn:t} element=Shape seq abstract xsitype base=-",
           "class CSq Sq {urn:t} element=Sq seq xsitype base=CShape", "  2 Side side",
-          "  1 Shape shape {urn:t} AbsClsCol 1..9 class=CShape |CSq ~sq", "element sq {urn:t} class=CShape head=shape"}},
+          "  1 Shape shape {urn:t} ClsCol 1..9 class=CShapeSubstitution",
+          "class CShapeSubstitution shape-substitution {urn:t} element=shape-substitution choice pseudo base=-\n"
+          "  1 Sq sq {urn:t} AbsClsOpt 1..1 class=CShape |CSq\nelement",
+          "class CE e {urn:t} element=e choice base=-\n  1 Sq sq {urn:t} AbsClsOpt 1..1 class=CShape |CSq\n  2 None",
+          "element sq {urn:t} class=CShape head=shape"}},
         {"nested and recursive groups become pseudo elements and terminate",
          "<xs:group name='G'><xs:sequence><xs:element name='x' type='xs:int'/>"
          "<xs:element name='n' type='t:N' minOccurs='0'/></xs:sequence></xs:group>"

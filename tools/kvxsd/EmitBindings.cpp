@@ -161,13 +161,6 @@ private:
                 }
                 if (!m_model.classes.at(static_cast<size_t>(m.classIndex)).abstract)
                     out.choices.push_back({false, m.xmlName, m.ns, ClassName(m.classIndex)});
-                for (int32_t e : m.substitutes) {
-                    const GlobalElement& g = m_model.elements.at(static_cast<size_t>(e));
-                    if (g.abstract || g.classIndex < 0 ||
-                        m_model.classes.at(static_cast<size_t>(g.classIndex)).abstract)
-                        continue;
-                    out.choices.push_back({false, g.xmlName, g.ns, ClassName(g.classIndex)});
-                }
                 break;
             case MemberKind::Untpd:
                 out.kind = col ? EmitKind::UntpdCol : EmitKind::Untpd;
