@@ -195,9 +195,21 @@ TEST(KvxsdFrontend, ReportsErrorsWithTheirPositions) {
          "e.xsd:1:128: error: group '{urn:t}G' contains itself\n"},
         {"<xs:complexType name='C'><xs:sequence/><xs:assert test='true()'/></xs:complexType>",
          "e.xsd:1:135: error: xs:assert is not supported (XML Schema 1.1)\n"},
+        {"<xs:import namespace='urn:b' schemaLocation='a.xsd'/>",
+         "e.xsd:1:96: error: xs:import of namespace urn:b loads a.xsd, a schema of namespace urn:a\n"},
+        {"<xs:import schemaLocation='a.xsd'/>",
+         "e.xsd:1:96: error: xs:import of no namespace loads a.xsd, a schema of namespace urn:a\n"},
+        {"<xs:import namespace='urn:a' schemaLocation='n.xsd'/>",
+         "e.xsd:1:96: error: xs:import of namespace urn:a loads n.xsd, a schema of no namespace\n"},
+        {"<xs:import namespace='urn:a' schemaLocation='a.xsd'/><xs:import namespace='urn:c' schemaLocation='a.xsd'/>",
+         "e.xsd:1:149: error: xs:import of namespace urn:c loads a.xsd, a schema of namespace urn:a\n"},
     };
     for (const ErrorCase& c : cases) {
-        const Compiled run = Compile({{"e.xsd", std::string(kHead) + ">" + c.body + "</xs:schema>"}}, "e.xsd");
+        const Compiled run = Compile({{"e.xsd", std::string(kHead) + ">" + c.body + "</xs:schema>"},
+                                      {"a.xsd", "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema' "
+                                                "targetNamespace='urn:a'/>"},
+                                      {"n.xsd", "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'/>"}},
+                                     "e.xsd");
         EXPECT_FALSE(run.ok) << c.body;
         EXPECT_EQ(run.messages, c.expected) << c.body;
     }
