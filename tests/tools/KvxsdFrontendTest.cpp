@@ -127,6 +127,13 @@ TEST(KvxsdFrontend, ResolvesComponentsIntoTheModel) {
          "</xs:sequence><xs:attribute name='foo'/></xs:complexType></xs:element>",
          {"class CPurchaseOrderV2 purchase-order.v2", "  1 USPrice USPrice", "  2 Foo foo", "  3 Foo2 Foo",
           "  5 @Foo3 foo {}", "enum ModelPurchaseOrderV2K: Value2d=2d Empty= AB=a b NULL_=NULL AB2=a-b Max=max"}},
+        {"non-ASCII names: Latin letters lose their diacritics, other characters become their code points",
+         "<xs:complexType name='Größe'><xs:sequence><xs:element name='straße' type='xs:int'/>"
+         "<xs:element name='Strasse' type='xs:int'/><xs:element name='名前' type='xs:int'/>"
+         "<xs:element name='café-Œuvre' type='xs:int'/><xs:element name='Ωmega' type='xs:int'/>"
+         "</xs:sequence></xs:complexType>",
+         {"class CGrosse Größe", "  1 Strasse straße", "  2 Strasse2 Strasse", "  3 U540dU524d 名前",
+          "  4 CafeOEuvre café-Œuvre", "  5 U03a9Mega Ωmega"}},
         {"anonymous types nested deep are named after their element path",
          "<xs:element name='a'><xs:complexType><xs:sequence><xs:element name='b'><xs:complexType><xs:sequence>"
          "<xs:element name='a'><xs:complexType><xs:sequence><xs:element name='b'><xs:complexType><xs:sequence>"
