@@ -15,6 +15,7 @@
 #include "polymorphic.h"
 #include "product.h"
 #include "recursive.h"
+#include "substitution-extra.h"
 #include "substitution.h"
 #include "support/KvTestSupport.h"
 #if __has_include("wildcard.h")
@@ -56,7 +57,7 @@ const Instance kInstances[] = {
      kvgen_polymorphic::CreateGlobalElement},
     {KVXSD_BINDINGS "/groups.xml", KVXSD_BINDINGS "/groups.xsd", "ticket", "urn:example:groups",
      kvgen_groups::CreateGlobalElement},
-    {KVXSD_BINDINGS "/substitution.xml", KVXSD_BINDINGS "/substitution.xsd", "fleet", "urn:example:fleet",
+    {KVXSD_BINDINGS "/substitution.xml", KVXSD_BINDINGS "/substitution-extra.xsd", "fleet", "urn:example:fleet",
      kvgen_fleet::CreateGlobalElement},
 #if __has_include("wildcard.h")
     {KVXSD_BINDINGS "/wildcard.xml", KVXSD_BINDINGS "/wildcard.xsd", "envelope", "urn:example:envelope",
@@ -116,11 +117,12 @@ TEST(GeneratedBinding, SubstitutionGroupMembersKeepTheirOwnElements) {
     fleet.FromXmlFile(KVXSD_BINDINGS "/substitution.xml");
     ASSERT_TRUE(fleet.GetFlagship()->GetTruck()->IsVanSet());
     EXPECT_EQ(fleet.GetFlagship()->GetTruck()->GetVan()->GetAxles(), 3);
-    ASSERT_EQ(fleet.GetVehicleCount(), 4);
+    ASSERT_EQ(fleet.GetVehicleCount(), 5);
     EXPECT_EQ(fleet.GetVehicle(0)->GetCar()->GetPlate(), "A-1");
     EXPECT_EQ(fleet.GetVehicle(1)->GetTruck()->GetAxles(), 2);
     EXPECT_TRUE(fleet.GetVehicle(2)->IsVanSet());
     EXPECT_FALSE(fleet.GetVehicle(2)->IsTruckSet());
+    EXPECT_EQ(fleet.GetVehicle(4)->GetBus()->GetSeats(), 40);  // declared in a schema that imports this one
 
     // A child set by hand takes the name of the member it is set for.
     kvgen_fleet::CTruck* truck = new kvgen_fleet::CTruck;

@@ -1,4 +1,6 @@
 // EmitBindings.cpp - turns the resolved model into one unit per main schema and writes it.
+#include <set>
+
 #include "EmitModel.h"
 #include "Emitter.h"
 
@@ -32,8 +34,28 @@ public:
         unit.stem = schema.stem;
         unit.sourceName = BaseName(schema.path);
         unit.cppNamespace = Namespace(schemaIndex);
+        // The header needs the units of its bases and enumerations; member classes are declared ahead.
+        std::vector<char> inHeader(m_model.schemas.size(), 0);
+        auto needEnum = [&](const ValueType& v) {
+            if (v.enumeration >= 0) inHeader.at(static_cast<size_t>(m_enumOwner.at(static_cast<size_t>(v.enumeration)))) = 1;
+        };
+        std::set<std::pair<std::string, std::string>> foreign;
+        for (int32_t ci : schema.classes) {
+            const Class& c = m_model.classes.at(static_cast<size_t>(ci));
+            if (c.baseClass >= 0) inHeader.at(static_cast<size_t>(m_classOwner.at(static_cast<size_t>(c.baseClass)))) = 1;
+            for (const Member& m : c.members) {
+                needEnum(m.value);
+                const int32_t owner = m.classIndex < 0 ? -1 : m_classOwner.at(static_cast<size_t>(m.classIndex));
+                if (owner >= 0 && owner != m_schema)
+                    foreign.emplace(Namespace(static_cast<size_t>(owner)),
+                                    m_model.classes.at(static_cast<size_t>(m.classIndex)).cppName);
+            }
+            for (const Attribute& a : c.attributes) needEnum(a.value);
+        }
+        unit.foreignClasses.assign(foreign.begin(), foreign.end());
         for (int32_t d : schema.dependsOn)
-            unit.includes.push_back(m_model.schemas.at(static_cast<size_t>(d)).stem + ".h");
+            (inHeader.at(static_cast<size_t>(d)) ? unit.includes : unit.sourceIncludes)
+                .push_back(m_model.schemas.at(static_cast<size_t>(d)).stem + ".h");
         for (int32_t e : schema.enumerations) {
             const Enumeration& en = m_model.enumerations.at(static_cast<size_t>(e));
             EmitEnum out;

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kvxsd {
@@ -91,7 +92,13 @@ struct EmitUnit {
     std::string stem;                   ///< output file stem: po gives po.h and po.cpp
     std::string sourceName;             ///< schema file name quoted in the banner
     std::string cppNamespace;           ///< may contain ::
-    std::vector<std::string> includes;  ///< headers of the units this one refers to
+    /// Headers of the units this one refers to: those with its bases and
+    /// enumerations in the header, the others only in the source; classes of
+    /// other units held as members are declared ahead ({namespace, class}), so
+    /// schemas that refer to each other (substitution groups across imports)
+    /// need no include cycle.
+    std::vector<std::string> includes, sourceIncludes;
+    std::vector<std::pair<std::string, std::string>> foreignClasses;
     std::vector<EmitEnum> enums;
     std::vector<EmitClass> classes;  ///< a base before its derived classes
     std::vector<EmitGlobalElement> globals;
