@@ -18,6 +18,8 @@
 #include "product.h"
 #include "recursive.h"
 #include "shapes.h"
+#include "substitution-extra.h"
+#include "substitution.h"
 #include "support/KvTestSupport.h"
 #if __has_include("wildcard.h")
 #include "wildcard.h"
@@ -58,6 +60,8 @@ const Instance kInstances[] = {
      kvgen_polymorphic::CreateGlobalElement},
     {KVXSD_BINDINGS "/groups.xml", KVXSD_BINDINGS "/groups.xsd", "ticket", "urn:example:groups",
      kvgen_groups::CreateGlobalElement},
+    {KVXSD_BINDINGS "/substitution.xml", KVXSD_BINDINGS "/substitution-extra.xsd", "fleet", "urn:example:fleet",
+     kvgen_fleet::CreateGlobalElement},
     {KVXSD_STRESS "/shapes.xml", KVXSD_STRESS "/shapes.xsd", "root", "urn:stress:shapes",
      kvgen_shapes::CreateGlobalElement},
     {KVXSD_STRESS "/left.xml", KVXSD_STRESS "/left.xsd", "tree", "urn:stress:left", kvgen_left::CreateGlobalElement},
@@ -103,16 +107,54 @@ TEST(GeneratedBinding, GlobalElementsAreCreatedByNameAndNamespaceOnly) {
     EXPECT_FALSE(kvgen_product::CreateGlobalElement("purchaseOrders", "urn:example:bench:po"));
 }
 
-// A choice holds one member: setting another throws until the first is cleared.
+// Members of a substitution group are read into the class of their own element and written under their own name.
+TEST(GeneratedBinding, SubstitutionGroupMembersKeepTheirOwnElements) {
+    kvgen_fleet::CFleet fleet;
+    fleet.FromXmlFile(KVXSD_BINDINGS "/substitution.xml");
+    ASSERT_TRUE(fleet.GetFlagship()->GetTruck()->IsVanSet());
+    EXPECT_EQ(fleet.GetFlagship()->GetTruck()->GetVan()->GetAxles(), 3);
+    ASSERT_EQ(fleet.GetVehicleCount(), 5);
+    EXPECT_EQ(fleet.GetVehicle(0)->GetCar()->GetPlate(), "A-1");
+    EXPECT_TRUE(fleet.GetVehicle(2)->IsVanSet());
+    EXPECT_FALSE(fleet.GetVehicle(2)->IsTruckSet());
+    EXPECT_EQ(fleet.GetVehicle(4)->GetBus()->GetSeats(), 40);  // declared in a schema that imports this one
+
+    // A child set by hand takes the name of the member it is set for.
+    kvgen_fleet::CTruck* truck = new kvgen_fleet::CTruck;
+    truck->SetPlate("Z-9");
+    truck->SetAxles(6);
+    fleet.GetFlagship()->GetTruck()->ClearVan();
+    fleet.GetFlagship()->GetTruck()->SetTruck(truck);
+    KvXmlLib10::CXmlSerializationContext plain;
+    plain.SetWriteTypeAttribute(false);
+    plain.SetDefaultNamespaceURI("urn:example:fleet");
+    const std::string written = fleet.ToXml(false, false, KvXmlLib10::EOL_LF, plain);
+    EXPECT_NE(written.find("<flagship><truck><plate>Z-9</plate><axles>6</axles></truck></flagship><car>"),
+              std::string::npos)
+        << written;
+}
+
+// A choice holds one member: a single one once set, a collection while it has items; by hand and on reading.
 TEST(GeneratedBinding, ChoiceMembersExcludeEachOther) {
-    kvgen_groups::CContact contact;
-    contact.SetEmail("a@example.org");
-    EXPECT_KV_THROW(contact.SetPhone("555"), KvXmlLib10::CKvInvalidStateException,
-                    "The Property [email] is already set. Only one element within this class bay be set at a time");
-    contact.ClearEmail();
-    contact.SetPhone("555");
-    EXPECT_TRUE(contact.IsPhoneSet());
-    EXPECT_FALSE(contact.IsEmailSet());
+    const auto busy = [](const std::string& name) {
+        return "The Property [" + name + "] is already set. Only one element within this class bay be set at a time";
+    };
+    const KvXmlLib10::CDateTime day;
+    kvgen_fleet::CLog log;
+    log.Note().Add("a");
+    EXPECT_KV_THROW(log.SetSealed(day), KvXmlLib10::CKvInvalidStateException, busy("note"));
+    log.ClearNote();
+    log.SetSealed(day);
+    EXPECT_KV_THROW(log.Note().Add("b"), KvXmlLib10::CKvInvalidStateException, busy("sealed"));
+    EXPECT_EQ(log.GetNoteCount(), 0);  // refused before it was added
+    log.FromXml("<log xmlns='urn:example:fleet'><note>a</note><note>b</note></log>");
+    log.Note().Remove(0);
+    EXPECT_KV_THROW(log.SetSealed(day), KvXmlLib10::CKvInvalidStateException, busy("note"));
+    log.Note().Remove(0);
+    log.SetSealed(day);
+    log.ClearSealed();
+    log.Note().Add("c");
+    EXPECT_EQ(log.GetNoteCount(), 1);
 }
 
 // Broken instances fail with the chain of elements leading to the fault.

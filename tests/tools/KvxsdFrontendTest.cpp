@@ -84,10 +84,16 @@ TEST(KvxsdFrontend, ResolvesComponentsIntoTheModel) {
          "<xs:element name='shape' type='t:Shape' abstract='true'/>"
          "<xs:element name='sq' substitutionGroup='t:shape'/>"
          "<xs:element name='d'><xs:complexType><xs:sequence><xs:element ref='t:shape' maxOccurs='9'/>"
-         "</xs:sequence></xs:complexType></xs:element>",
+         "</xs:sequence></xs:complexType></xs:element>"
+         "<xs:element name='e'><xs:complexType><xs:choice><xs:element ref='t:shape'/>"
+         "<xs:element name='none' type='xs:int'/></xs:choice></xs:complexType></xs:element>",
          {"class CShape Shape {urn:t} element=Shape seq abstract xsitype base=-",
           "class CSq Sq {urn:t} element=Sq seq xsitype base=CShape", "  2 Side side",
-          "  1 Shape shape {urn:t} AbsClsCol 1..9 class=CShape |CSq ~sq", "element sq {urn:t} class=CShape head=shape"}},
+          "  1 Shape shape {urn:t} ClsCol 1..9 class=CShapeSubstitution",
+          "class CShapeSubstitution shape-substitution {urn:t} element=shape-substitution choice pseudo base=-\n"
+          "  1 Sq sq {urn:t} AbsClsOpt 1..1 class=CShape |CSq\nelement",
+          "class CE e {urn:t} element=e choice base=-\n  1 Sq sq {urn:t} AbsClsOpt 1..1 class=CShape |CSq\n  2 None",
+          "element sq {urn:t} class=CShape head=shape"}},
         {"nested and recursive groups become pseudo elements and terminate",
          "<xs:group name='G'><xs:sequence><xs:element name='x' type='xs:int'/>"
          "<xs:element name='n' type='t:N' minOccurs='0'/></xs:sequence></xs:group>"
@@ -121,6 +127,13 @@ TEST(KvxsdFrontend, ResolvesComponentsIntoTheModel) {
          "</xs:sequence><xs:attribute name='foo'/></xs:complexType></xs:element>",
          {"class CPurchaseOrderV2 purchase-order.v2", "  1 USPrice USPrice", "  2 Foo foo", "  3 Foo2 Foo",
           "  5 @Foo3 foo {}", "enum ModelPurchaseOrderV2K: Value2d=2d Empty= AB=a b NULL_=NULL AB2=a-b Max=max"}},
+        {"non-ASCII names: Latin letters lose their diacritics, other characters become their code points",
+         "<xs:complexType name='Größe'><xs:sequence><xs:element name='straße' type='xs:int'/>"
+         "<xs:element name='Strasse' type='xs:int'/><xs:element name='名前' type='xs:int'/>"
+         "<xs:element name='café-Œuvre' type='xs:int'/><xs:element name='Ωmega' type='xs:int'/>"
+         "</xs:sequence></xs:complexType>",
+         {"class CGrosse Größe", "  1 Strasse straße", "  2 Strasse2 Strasse", "  3 U540dU524d 名前",
+          "  4 CafeOEuvre café-Œuvre", "  5 U03a9Mega Ωmega"}},
         {"anonymous types nested deep are named after their element path",
          "<xs:element name='a'><xs:complexType><xs:sequence><xs:element name='b'><xs:complexType><xs:sequence>"
          "<xs:element name='a'><xs:complexType><xs:sequence><xs:element name='b'><xs:complexType><xs:sequence>"
@@ -195,9 +208,21 @@ TEST(KvxsdFrontend, ReportsErrorsWithTheirPositions) {
          "e.xsd:1:128: error: group '{urn:t}G' contains itself\n"},
         {"<xs:complexType name='C'><xs:sequence/><xs:assert test='true()'/></xs:complexType>",
          "e.xsd:1:135: error: xs:assert is not supported (XML Schema 1.1)\n"},
+        {"<xs:import namespace='urn:b' schemaLocation='a.xsd'/>",
+         "e.xsd:1:96: error: xs:import of namespace urn:b loads a.xsd, a schema of namespace urn:a\n"},
+        {"<xs:import schemaLocation='a.xsd'/>",
+         "e.xsd:1:96: error: xs:import of no namespace loads a.xsd, a schema of namespace urn:a\n"},
+        {"<xs:import namespace='urn:a' schemaLocation='n.xsd'/>",
+         "e.xsd:1:96: error: xs:import of namespace urn:a loads n.xsd, a schema of no namespace\n"},
+        {"<xs:import namespace='urn:a' schemaLocation='a.xsd'/><xs:import namespace='urn:c' schemaLocation='a.xsd'/>",
+         "e.xsd:1:149: error: xs:import of namespace urn:c loads a.xsd, a schema of namespace urn:a\n"},
     };
     for (const ErrorCase& c : cases) {
-        const Compiled run = Compile({{"e.xsd", std::string(kHead) + ">" + c.body + "</xs:schema>"}}, "e.xsd");
+        const Compiled run = Compile({{"e.xsd", std::string(kHead) + ">" + c.body + "</xs:schema>"},
+                                      {"a.xsd", "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema' "
+                                                "targetNamespace='urn:a'/>"},
+                                      {"n.xsd", "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'/>"}},
+                                     "e.xsd");
         EXPECT_FALSE(run.ok) << c.body;
         EXPECT_EQ(run.messages, c.expected) << c.body;
     }

@@ -1,4 +1,6 @@
 // EmitBindings.cpp - turns the resolved model into one unit per main schema and writes it.
+#include <set>
+
 #include "EmitModel.h"
 #include "Emitter.h"
 
@@ -79,7 +81,7 @@ private:
     }
     // Headers of the units holding a base class come first in the header, the
     // other units' after its classes (their names declared ahead), and the units
-    // of classes only the source makes (substitutes, derived types) in the source.
+    // of classes only the source makes (types derived in other schemas) in the source.
     void AddIncludes(const MainSchema& schema, EmitUnit& unit) const {
         std::set<int32_t> bases, sourceOwners;
         for (int32_t c : schema.classes) {
@@ -88,9 +90,7 @@ private:
             for (const Member& m : cls.members) {
                 if (m.classIndex >= 0) DeclareClass(unit, m.classIndex);
                 DeclareEnum(unit, m.value.enumeration);
-                std::vector<int32_t> made = m.typeChoices;
-                for (int32_t e : m.substitutes) made.push_back(m_model.elements.at(static_cast<size_t>(e)).classIndex);
-                for (int32_t k : made) {
+                for (int32_t k : m.typeChoices) {
                     const int32_t owner = k < 0 ? -1 : m_classOwner.at(static_cast<size_t>(k));
                     if (owner >= 0 && owner != m_schema) sourceOwners.insert(owner);
                 }
@@ -204,13 +204,6 @@ private:
                 }
                 if (!m_model.classes.at(static_cast<size_t>(m.classIndex)).abstract)
                     out.choices.push_back({false, m.xmlName, m.ns, ClassName(m.classIndex)});
-                for (int32_t e : m.substitutes) {
-                    const GlobalElement& g = m_model.elements.at(static_cast<size_t>(e));
-                    if (g.abstract || g.classIndex < 0 ||
-                        m_model.classes.at(static_cast<size_t>(g.classIndex)).abstract)
-                        continue;
-                    out.choices.push_back({false, g.xmlName, g.ns, ClassName(g.classIndex)});
-                }
                 break;
             case MemberKind::Untpd:
                 out.kind = col ? EmitKind::UntpdCol : EmitKind::Untpd;

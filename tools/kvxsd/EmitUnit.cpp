@@ -102,6 +102,15 @@ std::vector<EmitMember> Own(const EmitClass& c) {
     return std::vector<EmitMember>(c.members.begin() + static_cast<std::ptrdiff_t>(c.ownFrom), c.members.end());
 }
 
+// The collections of a choice: the class listens to them to keep its selection current.
+std::vector<EmitMember> ChoiceCollections(const EmitClass& c) {
+    std::vector<EmitMember> out;
+    if (c.group != EmitGroup::Choice) return out;
+    for (const EmitMember& m : Own(c))
+        if (IsCollection(m.kind) && !m.attribute) out.push_back(m);
+    return out;
+}
+
 class UnitWriter {
 public:
     explicit UnitWriter(const EmitUnit& unit) : m_unit(unit) {
@@ -248,6 +257,8 @@ private:
             o << "\n        Prop_" << c.members[i].cppName << " = " << c.members[i].propertyId << ",";
         o << (c.members.size() > c.ownFrom ? "\n    " : "") << "};\n\n";
         for (size_t i = c.ownFrom; i < c.members.size(); ++i) Accessors(c.members[i], c.group == EmitGroup::Choice);
+        if (!ChoiceCollections(c).empty())
+            o << "    void OnEvent(KvXmlLib10::CXmlObjectBase* source, MsgType type, void* data) override;\n";
         o << R"(    KvXmlLib10::CXmlObjectBase* GetBase() override { return this; }
     std::string GetNamespace() const override;
     std::string GetTargetNamespace() const override;
@@ -434,8 +445,19 @@ private:
                 o << "\n    " << sep << Field(m) << "(" << CollectionInit(m) << ")";
                 sep = ", ";
             }
-        o << " {\n    SetElementName(elementName);\n    ResetProperties();\n}\n\n";
-        o << k << "::~" << k << "() = default;\n\n";
+        const std::vector<EmitMember> listened = ChoiceCollections(c);
+        o << " {\n    SetElementName(elementName);\n    ResetProperties();\n";
+        for (const EmitMember& m : listened) o << "    " << Field(m) << "->AddEventListener(this);\n";
+        o << "}\n\n";
+        if (listened.empty()) {
+            o << k << "::~" << k << "() = default;\n\n";
+        } else {
+            // A collection may outlive this object when someone else holds it.
+            o << k << "::~" << k << "() {\n";
+            for (const EmitMember& m : listened) o << "    " << Field(m) << "->RemoveEventListener(this);\n";
+            o << "}\n\n";
+            ChoiceListener(c, listened);
+        }
         const std::string ns = Literal(c.namespaceUri);
         o << "std::string " << k << "::GetNamespace() const { return " << ns << "; }\n";
         o << "std::string " << k << "::GetTargetNamespace() const { return " << ns << "; }\n\n";
@@ -486,6 +508,9 @@ private:
             o << "void " << k << "::Set" << m.cppName << "(" << m.className << "* value) {\n";
             if (c.group == EmitGroup::Choice)
                 o << "    Choice_SelectElement(" << Literal(m.xmlName) << ", value, m_selected);\n";
+            // A child is written under the element it is held for (a type serves several elements).
+            if (m.kind != EmitKind::Untpd && !m.pseudo)
+                o << "    if (value) value->SetElementName(" << Literal(m.xmlName) << ");\n";
             o << "    " << f << " = value;\n}\n\n";
             o << "void " << k << "::Clear" << m.cppName << "() {\n";
             if (c.group == EmitGroup::Choice) o << "    if (" << f << ") m_selected.clear();\n";
@@ -534,6 +559,24 @@ private:
             }
         }
         o << "}\n";
+    }
+
+    // The first item of a collection selects it (vetoed while another member is selected); its last
+    // removal frees the choice.
+    void ChoiceListener(const EmitClass& c, const std::vector<EmitMember>& listened) {
+        std::ostringstream& o = m_out;
+        const std::string base = c.baseClass.empty() ? std::string("KvXmlLib10::CXmlGeneratedClass") : c.baseClass;
+        o << "void " << c.cppName << "::OnEvent(KvXmlLib10::CXmlObjectBase* source, MsgType type, void* data) {\n"
+          << "    if (type != ItemAdding && type != CollectionChanged) return " << base
+          << "::OnEvent(source, type, data);\n"
+          << "    // An item about to be added is only checked: the collection may still refuse it.\n"
+          << "    const int32_t adding = type == ItemAdding ? 1 : 0;\n"
+          << "    std::string probe = m_selected;\n"
+          << "    std::string& selected = adding ? probe : m_selected;\n";
+        for (const EmitMember& m : listened)
+            o << "    if (source == " << Field(m) << ".get()) return Choice_CollectionChanged(" << Literal(m.xmlName)
+              << ", " << Field(m) << "->GetCount() + adding, selected);\n";
+        o << "    " << base << "::OnEvent(source, type, data);\n}\n\n";
     }
 
     // A child made with its parent: the class under its element name, or an empty wildcard element.

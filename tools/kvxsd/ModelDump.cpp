@@ -51,7 +51,6 @@ std::string DumpModel(const Model& model) {
             if (m.kind == MemberKind::Prim || m.kind == MemberKind::Enum) out += " " + Value(model, m.value);
             if (m.kind == MemberKind::Cls || m.kind == MemberKind::AbsCls) out += " class=" + ClassName(model, m.classIndex);
             for (int32_t t : m.typeChoices) out += " |" + ClassName(model, t);
-            for (int32_t e : m.substitutes) out += " ~" + model.elements[e].xmlName;
             if (m.kind == MemberKind::Untpd) out += " ns=" + m.wildcard.namespaces;
             if (m.hasDefault || m.hasFixed) out += (m.hasFixed ? " fixed=" : " default=") + m.defaultValue;
             out += "\n";

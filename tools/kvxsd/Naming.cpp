@@ -2,6 +2,7 @@
 #include "Naming.h"
 
 #include <cctype>
+#include <cstdint>
 
 namespace kvxsd {
 
@@ -9,7 +10,67 @@ namespace {
 
 bool IsIdentChar(unsigned char c) { return std::isalnum(c) != 0; }
 
-std::vector<std::string> SplitWords(const std::string& name) {
+// Latin letters with diacritics (U+00C0 to U+017F) without them; null: not a letter.
+const char* const kLatin[] = {
+    "A", "A", "A", "A", "A", "A", "AE", "C", "E", "E", "E", "E", "I", "I", "I", "I",  // U+00C0
+    "D", "N", "O", "O", "O", "O", "O", nullptr, "O", "U", "U", "U", "U", "Y", "TH", "ss",  // U+00D0
+    "a", "a", "a", "a", "a", "a", "ae", "c", "e", "e", "e", "e", "i", "i", "i", "i",  // U+00E0
+    "d", "n", "o", "o", "o", "o", "o", nullptr, "o", "u", "u", "u", "u", "y", "th", "y",  // U+00F0
+    "A", "a", "A", "a", "A", "a", "C", "c", "C", "c", "C", "c", "C", "c", "D", "d",  // U+0100
+    "D", "d", "E", "e", "E", "e", "E", "e", "E", "e", "E", "e", "G", "g", "G", "g",  // U+0110
+    "G", "g", "G", "g", "H", "h", "H", "h", "I", "i", "I", "i", "I", "i", "I", "i",  // U+0120
+    "I", "i", "IJ", "ij", "J", "j", "K", "k", "k", "L", "l", "L", "l", "L", "l", "L",  // U+0130
+    "l", "L", "l", "N", "n", "N", "n", "N", "n", "n", "N", "n", "O", "o", "O", "o",  // U+0140
+    "O", "o", "OE", "oe", "R", "r", "R", "r", "R", "r", "S", "s", "S", "s", "S", "s",  // U+0150
+    "S", "s", "T", "t", "T", "t", "T", "t", "U", "u", "U", "u", "U", "u", "U", "u",  // U+0160
+    "U", "u", "U", "u", "W", "w", "Y", "y", "Y", "Z", "z", "Z", "z", "Z", "z", "s",  // U+0170
+};
+
+// The code point of the UTF-8 sequence at name[i], advancing i past it; a byte
+// that starts no valid sequence stands for itself (as Latin-1 would read it).
+uint32_t NextCodePoint(const std::string& name, size_t& i) {
+    const unsigned char lead = static_cast<unsigned char>(name[i++]);
+    const int extra = lead >= 0xC2 && lead <= 0xDF ? 1 : lead >= 0xE0 && lead <= 0xEF ? 2 : lead >= 0xF0 && lead <= 0xF4 ? 3 : 0;
+    if (extra == 0) return lead;
+    uint32_t cp = lead & (0x3Fu >> extra);
+    for (int k = 0; k < extra; ++k) {
+        const size_t at = i + static_cast<size_t>(k);
+        if (at >= name.size() || (static_cast<unsigned char>(name[at]) & 0xC0) != 0x80) return lead;
+        cp = cp << 6 | (static_cast<unsigned char>(name[at]) & 0x3Fu);
+    }
+    i += static_cast<size_t>(extra);
+    return cp;
+}
+
+// XML names may use any letter; identifiers are ASCII. Latin letters lose their
+// diacritics ("Größe" -> "Grosse"); any other character becomes a word of its
+// own, "_u" and its code point in lower-case hex ("名前" -> "_u540d__u524d_"),
+// so equal names stay equal and different scripts never collapse to nothing.
+// Clashes that remain ("Grosse" and "Größe") are the scope's to number.
+std::string Transliterate(const std::string& name) {
+    std::string out;
+    out.reserve(name.size());
+    static const char kHex[] = "0123456789abcdef";
+    for (size_t i = 0; i < name.size();) {
+        if (static_cast<unsigned char>(name[i]) < 0x80) {
+            out += name[i++];
+            continue;
+        }
+        const uint32_t cp = NextCodePoint(name, i);
+        if (cp >= 0xC0 && cp < 0x180 && kLatin[cp - 0xC0]) {
+            out += kLatin[cp - 0xC0];
+            continue;
+        }
+        out += "_u";
+        const int digits = cp > 0xFFFF ? 6 : 4;
+        for (int shift = (digits - 1) * 4; shift >= 0; shift -= 4) out += kHex[(cp >> shift) & 0xF];
+        out += '_';
+    }
+    return out;
+}
+
+std::vector<std::string> SplitWords(const std::string& xmlName) {
+    const std::string name = Transliterate(xmlName);
     std::vector<std::string> words;
     std::string word;
     const size_t n = name.size();
@@ -93,7 +154,7 @@ bool IsReserved(const std::string& identifier) {
 
 std::string MakeIdentifier(const std::string& candidate) {
     std::string id;
-    for (char c : candidate)
+    for (char c : Transliterate(candidate))
         if (IsIdentChar(static_cast<unsigned char>(c)) || c == '_') id += c;
     if (id.empty()) return "Empty";
     if (std::isdigit(static_cast<unsigned char>(id[0]))) id = "Value" + id;

@@ -10,7 +10,9 @@ namespace kvxsd {
 
 /// Splits at '-', '.', '_', other non-identifier characters and case changes
 /// ("purchaseOrder", "USPrice", "ship-to" -> Purchase Order, US Price, Ship To)
-/// and joins the words with an upper-case first letter each.
+/// and joins the words with an upper-case first letter each. Non-ASCII letters:
+/// Latin ones lose their diacritics ("Größe" -> Grosse), any other character is
+/// a word of "u" and its code point in hex ("名前" -> U540dU524d).
 std::string PascalCase(const std::string& xmlName);
 /// Lower-case words joined by '_' ("Purchase-Order" -> purchase_order).
 std::string SnakeCase(const std::string& xmlName);

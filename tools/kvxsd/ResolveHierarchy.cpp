@@ -52,7 +52,9 @@ void Resolver::ResolveSubstitutions() {
         }
         std::sort(m_substitutes[head].begin(), m_substitutes[head].end());
     }
-    for (const MemberFixup& f : m_fixups) m_model.classes[f.cls].members[f.member].substitutes = m_substitutes[f.element];
+    // Later members first: inlining alternatives into a choice shifts the members after them.
+    for (auto f = m_fixups.rbegin(); f != m_fixups.rend(); ++f)
+        if (!m_substitutes[f->element].empty()) ExpandSubstitution(*f);
 }
 
 // Bases before derived classes, otherwise creation order; all indexes remapped.
@@ -148,7 +150,7 @@ void Resolver::MarkPolymorphism() {
         for (Member& m : c.members) {
             if (m.kind != MemberKind::Cls || m.elementKind == ElementKind::Pseudo) continue;
             const Class& type = m_model.classes[m.classIndex];
-            if (!type.abstract && all[m.classIndex].empty() && m.substitutes.empty()) continue;
+            if (!type.abstract && all[m.classIndex].empty()) continue;
             m.kind = MemberKind::AbsCls;
             if (!type.abstract) m.typeChoices.push_back(m.classIndex);
             m.typeChoices.insert(m.typeChoices.end(), all[m.classIndex].begin(), all[m.classIndex].end());

@@ -143,7 +143,9 @@ void Resolver::AddElementMember(int32_t owner, const Node* particle, uint32_t mi
         m.classIndex = TypeOfElement(decl, path, m.xmlName, m.ns, m.value, anyType);
     }
     if (anyType) {
-        m_diags.Warning(particle->pos, "element '" + m.xmlName + "' of xs:anyType is held as its text");
+        // An abstract element never occurs itself: its substitutes stand in for it.
+        if (decl->AttrOr("abstract", "false") != "true")
+            m_diags.Warning(particle->pos, "element '" + m.xmlName + "' of xs:anyType is held as its text");
         m.value = ValueType{};
     }
     if (m.classIndex >= 0) {

@@ -100,6 +100,9 @@ private:
 
     // ResolveHierarchy: after every class is built
     void ResolveSubstitutions();
+    // ResolveSubstitutions: references to heads become choices
+    void ExpandSubstitution(const MemberFixup& f);
+    Member Alternative(int32_t element);
     void OrderClasses();
     void InheritGroups();
     void InheritValues();
@@ -126,6 +129,7 @@ private:
     std::deque<int32_t> m_work;
     std::vector<MemberFixup> m_fixups;
     std::vector<std::vector<int32_t>> m_substitutes;
+    std::unordered_map<int32_t, int32_t> m_headChoice;  // head element -> its pseudo choice class
     std::vector<int32_t> m_fileSchema;
 };
 

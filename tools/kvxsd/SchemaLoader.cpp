@@ -225,9 +225,12 @@ struct Pending {
     std::string chameleonNs;  // the includer's namespace for an include
     bool chameleon = false;
     int32_t mainSchema = -1;
-    std::string importNs;  // the namespace an xs:import asks for
+    bool imported = false;
+    std::string importNs;  // the namespace the import names ("" for none)
     SourcePos importPos;
 };
+
+std::string NamespaceText(const std::string& ns) { return ns.empty() ? "no namespace" : "namespace " + ns; }
 
 }  // namespace
 
@@ -296,20 +299,32 @@ void LoadSchemas(const Options& options, SchemaSet& set, Diagnostics& diags) {
         return std::string();
     };
 
+    // An import must load a schema of the namespace it names.
+    std::unordered_map<std::string, std::string> targetOf;  // canonical path -> its own target namespace
+    auto checkImport = [&](const Pending& import, const std::string& targetNamespace) {
+        if (import.imported && targetNamespace != import.importNs)
+            diags.Error(import.importPos, "xs:import of " + NamespaceText(import.importNs) + " loads " + import.path +
+                                              ", a schema of " + NamespaceText(targetNamespace));
+    };
+
     std::deque<Pending> queue;
     for (size_t i = 0; i < options.schemas.size(); ++i)
-        queue.push_back(Pending{options.schemas[i], std::string(), false, static_cast<int32_t>(i), std::string(), {}});
+        queue.push_back(Pending{options.schemas[i], std::string(), false, static_cast<int32_t>(i), false, {}, {}});
     std::vector<int32_t> mainDocs;
     while (!queue.empty()) {
         Pending next = std::move(queue.front());
         queue.pop_front();
         const std::string canonical = Canonical(next.path);
         const std::string key = canonical + (next.chameleon ? '\n' + next.chameleonNs : std::string("\n\x01"));
-        if (loaded.count(key)) continue;  // include cycles and diamonds load once
+        if (loaded.count(key)) {  // include cycles and diamonds load once
+            auto target = targetOf.find(canonical);
+            if (target != targetOf.end()) checkImport(next, target->second);
+            continue;
+        }
         // Standard schemas travel in copies (xmldsig, xml.xsd beside each user): a
         // namespace already loaded from another file is not imported again.
         auto holder = namespaceFile.find(next.importNs);
-        if (!next.importNs.empty() && holder != namespaceFile.end() && holder->second != canonical) {
+        if (next.imported && !next.importNs.empty() && holder != namespaceFile.end() && holder->second != canonical) {
             diags.Note(next.importPos, "xs:import of " + next.path + " skipped: the namespace " + next.importNs +
                                            " is already loaded from " + holder->second);
             continue;
@@ -336,6 +351,10 @@ void LoadSchemas(const Options& options, SchemaSet& set, Diagnostics& diags) {
         set.docs.back().mainSchema = next.mainSchema;
         DocumentParser(set, diags, docIndex, next.chameleonNs).Parse(text.str());
         const SchemaDoc& doc = set.docs[docIndex];
+        if (doc.root && !next.chameleon) {
+            targetOf.emplace(canonical, doc.targetNamespace);
+            checkImport(next, doc.targetNamespace);
+        }
         // Reached once as an import and once as an include of its own namespace: one document.
         const std::string effective = canonical + '\n' + doc.targetNamespace;
         if (doc.root && loaded.count(effective)) {
@@ -373,9 +392,9 @@ void LoadSchemas(const Options& options, SchemaSet& set, Diagnostics& diags) {
                 continue;
             }
             if (what == "include")
-                queue.push_back(Pending{path, doc.targetNamespace, true, doc.mainSchema, std::string(), child->pos});
+                queue.push_back(Pending{path, doc.targetNamespace, true, doc.mainSchema, false, {}, {}});
             else
-                queue.push_back(Pending{path, std::string(), false, doc.mainSchema, ns, child->pos});
+                queue.push_back(Pending{path, std::string(), false, doc.mainSchema, true, ns, child->pos});
         }
     }
 }

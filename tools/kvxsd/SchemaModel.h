@@ -116,9 +116,8 @@ struct Member {
     int32_t classIndex = -1;  ///< Cls/AbsCls: index into Model::classes (declared type or group class)
     /// AbsCls: the classes an element here may hold, chosen by xsi:type (derived
     /// types of the declared one, indexes into Model::classes, declared first
-    /// when it is not abstract) and by element name (substitution group members).
+    /// when it is not abstract). Substitution groups are choices of their own.
     std::vector<int32_t> typeChoices;
-    std::vector<int32_t> substitutes;  ///< indexes into Model::elements (substitution group members, transitive)
     Wildcard wildcard;     ///< Untpd
     bool hasDefault = false;
     bool hasFixed = false;
