@@ -8,6 +8,7 @@
 #   CORPUS       work folder (default /tmp/xsdcorpus); packages are fetched once
 #   KVXSD_CORPUS_COMPILE=0  skips the C++ compile step
 #   KVXSD_CORPUS_ONLY=SET   runs one set (see the table below)
+#   KVXSD_CORPUS_JOBS=N     schemas compiled at once (default 2)
 #
 # Prints one line per schema that fails and a pass count per set; the log of
 # every failure is kept under CORPUS/out/SET/.
