@@ -1,15 +1,8 @@
 // ExpatReaderTest.cpp - XML text reading: namespaces, CDATA, text, local code page and parse errors.
-#include <gtest/gtest.h>
+#include "support/Fixtures.h"
 
-#include <string>
-
-#include "dom/DomTestSupport.h"
-#include "kvxml/core/SerializationContext.h"
-#include "kvxml/dom/XmlDocument.h"
-#include "support/KvTestSupport.h"
-
-using namespace KvXmlLib10;
 using namespace KvXmlTest;
+using namespace KvXmlLib10;
 
 TEST(ExpatReaderNamespaces, SplitsNamesAndRecordsPrefixesDocumentWide) {
     CXmlDocument document;

@@ -1,24 +1,14 @@
 // HostileInputTest.cpp - documents built to crash, hang or exhaust the loader are refused with a clear message.
-#include <gtest/gtest.h>
-
+#include <chrono>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
-
-#include <atomic>
-#include <chrono>
-#include <functional>
-#include <string>
 #include <thread>
 
-#include "dom/DomTestSupport.h"
-#include "kvxml/dom/XmlDocument.h"
-#include "kvxml/output/KvZip.h"
 #include "support/EntityChain.h"
-#include "support/KvTestSupport.h"
+#include "support/Fixtures.h"
 
-using namespace KvXmlLib10;
 using namespace KvXmlTest;
+using namespace KvXmlLib10;
 
 namespace {
 

@@ -1,21 +1,10 @@
 // XmlDocumentTest.cpp - the document: loading and decompression, the tree, lookups, callbacks, reuse, destruction.
-#include "kvxml/dom/XmlDocument.h"
-
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <memory>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
-#include "dom/DomTestSupport.h"
-#include "kvxml/foundation/InstanceMonitor.h"
-#include "kvxml/output/KvZip.h"
-#include "support/KvTestSupport.h"
+#include "support/Fixtures.h"
 
-using namespace KvXmlLib10;
 using namespace KvXmlTest;
+using namespace KvXmlLib10;
 
 namespace {
 

@@ -1,9 +1,4 @@
 // EncodingAlgorithmsTest.cpp - text to algorithm octets and back.
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "kvxml/fastinfoset/FastInfosetBinaryData.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;

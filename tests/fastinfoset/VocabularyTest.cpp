@@ -1,9 +1,5 @@
 // VocabularyTest.cpp - vocabulary tables, the context's defaults and suggested encodings.
-#include <gtest/gtest.h>
-
-#include "kvxml/core/SerializationContext.h"
-#include "kvxml/fastinfoset/FastInfosetContext.h"
-#include "kvxml/fastinfoset/FIVocabulary.h"
+#include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
 

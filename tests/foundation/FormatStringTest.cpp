@@ -1,11 +1,5 @@
 // Tests for FormatString/FormatV: vsnprintf's text, never cut, no "%n" stores.
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <cstdio>
-#include <string>
-
-#include "kvxml/foundation/FormatString.h"
+#include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
 

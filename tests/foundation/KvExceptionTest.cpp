@@ -1,11 +1,7 @@
 // Tests for the exception family: chains, copies, clones and dynamic types.
-#include <gtest/gtest.h>
-
-#include <memory>
 #include <type_traits>
-#include <typeinfo>
 
-#include "kvxml/foundation/KvException.h"
+#include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
 

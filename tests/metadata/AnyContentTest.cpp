@@ -1,12 +1,5 @@
 // AnyContentTest.cpp - the wildcard wrappers: construction rules, copying, reading and writing element trees, the
 // collections' namespace rules, and trees too deep for recursion.
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "kvxml/metadata/AnyElement.h"
-#include "kvxml/metadata/AttributeInfo.h"
-#include "kvxml/metadata/ElementInfoUntyped.h"
 #include "metadata/GeneratedTestClasses.h"
 #include "support/KvTestSupport.h"
 

@@ -1,6 +1,4 @@
 // AttributeInfoTest.cpp - attribute descriptors: writing with defaults and facets, matching, reading, validation.
-#include <gtest/gtest.h>
-
 #include "metadata/GeneratedTestClasses.h"
 #include "support/KvTestSupport.h"
 

@@ -1,13 +1,5 @@
 // ElementInfoCollectionTest.cpp - the collection element descriptors as one table of (group, kind): where the
 // occurrence bounds are checked on writing and reading.
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
-
-#include "kvxml/core/XmlCollection.h"
 #include "metadata/GeneratedTestClasses.h"
 #include "support/KvTestSupport.h"
 

@@ -1,14 +1,5 @@
 // ElementInfoMemberTest.cpp - the single-valued element descriptors as one table of (group, kind, cardinality):
 // writing, the read cursor protocol, all-group validation, nil, and what only class members do.
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
-
-#include "kvxml/core/ClassFactoryBase.h"
-#include "kvxml/metadata/ElementInfoClass.h"
 #include "metadata/GeneratedTestClasses.h"
 #include "support/KvTestSupport.h"
 

@@ -1,8 +1,4 @@
 // ElementInfoTest.cpp - the element descriptor base: construction, matching, facet dispatch, group bases, wildcard namespaces, child forwarding.
-#include <gtest/gtest.h>
-
-#include <cstring>
-
 #include "metadata/GeneratedTestClasses.h"
 #include "support/KvTestSupport.h"
 

@@ -6,26 +6,9 @@
 // the process lock, as generated code does.
 #pragma once
 
-#include <atomic>
-#include <cstdint>
-#include <initializer_list>
 #include <map>
-#include <string>
 
-#include "kvxml/core/SerializationContext.h"
-#include "kvxml/core/XmlGeneratedClass.h"
-#include "kvxml/dom/XmlDocument.h"
-#include "kvxml/dom/XmlElement.h"
-#include "kvxml/metadata/AttributeInfo.h"
-#include "kvxml/metadata/ElementInfo.h"
-#include "kvxml/metadata/ElementInfoCollection.h"
-#include "kvxml/metadata/ElementInfoEnumeration.h"
-#include "kvxml/metadata/ElementInfoPrimitive.h"
-#include "kvxml/metadata/ParentElementInfo.h"
-#include "kvxml/metadata/PrimitiveCollections.h"
-#include "kvxml/output/TextStream.h"
-#include "kvxml/output/XmlTextWriter.h"
-#include "kvxml/values/Variant.h"
+#include "support/KvTestSupport.h"
 
 namespace kvtest {
 

@@ -1,13 +1,4 @@
 // Tests for the typed value collections: one table row per member, one test per behaviour.
-#include "kvxml/metadata/PrimitiveCollections.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
-
-#include "kvxml/core/SmartPtr.h"
-#include "kvxml/values/Conversions.h"
 #include "metadata/GeneratedTestClasses.h"
 #include "support/KvTestSupport.h"
 

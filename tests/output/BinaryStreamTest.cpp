@@ -1,16 +1,8 @@
 // BinaryStreamTest.cpp - the byte accumulator and its file writer.
-#include "kvxml/output/BinaryStream.h"
+#include "support/Fixtures.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "kvxml/foundation/InstanceMonitor.h"
-#include "output/OutputTestFiles.h"
-#include "support/KvTestSupport.h"
-
+using namespace KvXmlTest;
 using namespace KvXmlLib10;
-using namespace kvxml_test;
 
 TEST(BinaryStreamAppend, AllFormsAccumulateInOrder) {
     CBinaryStream stream;

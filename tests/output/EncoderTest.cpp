@@ -1,14 +1,8 @@
 // EncoderTest.cpp - local code page conversions under the "C" and a UTF-8 locale, and ASCIIOnly.
-#include "kvxml/output/Encoder.h"
+#include "support/Fixtures.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "output/OutputTestFiles.h"
-
+using namespace KvXmlTest;
 using namespace KvXmlLib10;
-using namespace kvxml_test;
 
 namespace {
 const std::string kUtf8Sample = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80z";  // a é € U+1F600 z

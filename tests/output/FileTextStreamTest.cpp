@@ -1,17 +1,8 @@
 // FileTextStreamTest.cpp - file output equal to the memory stream's encoded bytes.
-#include "kvxml/output/FileTextStream.h"
+#include "support/Fixtures.h"
 
-#include <gtest/gtest.h>
-
-#include <fstream>
-#include <string>
-#include <utility>
-
-#include "output/OutputTestFiles.h"
-#include "support/KvTestSupport.h"
-
+using namespace KvXmlTest;
 using namespace KvXmlLib10;
-using namespace kvxml_test;
 
 namespace {
 // What a memory stream of the same encoding delivers, after the mark a file gets.

@@ -1,19 +1,11 @@
 // KvZipTest.cpp - gzip/zlib compression and the pass-through rules of Decompress.
-#include "kvxml/output/KvZip.h"
-
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <cstdint>
 #include <random>
-#include <string>
-#include <vector>
 
-#include "output/OutputTestFiles.h"
-#include "support/KvTestSupport.h"
+#include "support/Fixtures.h"
 
+using namespace KvXmlTest;
 using namespace KvXmlLib10;
-using namespace kvxml_test;
 
 namespace {
 

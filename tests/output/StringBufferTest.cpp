@@ -1,9 +1,5 @@
 // StringBufferTest.cpp - block boundaries, joining and reuse of CStringBuffer.
-#include "kvxml/output/StringBuffer.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "support/KvTestSupport.h"
 
 using KvXmlLib10::CStringBuffer;
 

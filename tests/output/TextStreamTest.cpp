@@ -1,17 +1,8 @@
 // TextStreamTest.cpp - CTextStream text, lifecycle and encoded bytes.
-#include "kvxml/output/TextStream.h"
+#include "support/Fixtures.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "output/OutputTestFiles.h"
-#include "kvxml/output/Encoder.h"
-#include "support/KvTestSupport.h"
-#include "support/ProcessScopes.h"
-
+using namespace KvXmlTest;
 using namespace KvXmlLib10;
-using namespace kvxml_test;
 
 TEST(TextStreamText, AppendsAndReportsLengthAndEncoding) {
     CTextStream stream;

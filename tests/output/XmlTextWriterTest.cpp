@@ -1,17 +1,8 @@
 // XmlTextWriterTest.cpp - the exact text the XML text writer produces.
-#include "kvxml/output/XmlTextWriter.h"
-
-#include <gtest/gtest.h>
-
-#include <atomic>
 #include <cstdlib>
-#include <new>
 #include <initializer_list>
-#include <string>
-#include <utility>
+#include <new>
 
-#include "kvxml/foundation/InstanceMonitor.h"
-#include "kvxml/foundation/KvException.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;

@@ -1,15 +1,6 @@
 // CheckRestrictionTest.cpp - facet checks: ranges of ordered types, text and binary lengths, patterns, dispatch.
-#include <gtest/gtest.h>
-
 #include <cmath>
-#include <cstdint>
-#include <limits>
-#include <string>
 
-#include "kvxml/core/XmlObjectHelper.h"
-#include "kvxml/validation/PrimitiveRestrictions.h"
-#include "kvxml/values/Conversions.h"
-#include "kvxml/values/Variant.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;

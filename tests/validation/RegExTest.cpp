@@ -1,18 +1,9 @@
 // RegExTest.cpp - XML Schema pattern escapes, whole-value anchoring, UTF-8 values and bounded matching.
-#include "kvxml/validation/RegEx.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <utility>
-
-#include "support/KvTestSupport.h"
-#include "support/ProcessScopes.h"
+#include "support/Fixtures.h"
 #include "validation/detail/PatternTranslation.h"
 
+using namespace KvXmlTest;
 using namespace KvXmlLib10;
-using KvXmlTest::ScopedAsciiOnly;
-using KvXmlTest::ScopedLocale;
 
 namespace {
 

@@ -1,17 +1,9 @@
 // BigIntegerTest.cpp - CBigInteger: text forms, signs, the arithmetic operators and the digit helpers.
 #include <climits>
-#include <cstdint>
-#include <limits>
-#include <string>
-#include <utility>
-#include <vector>
 
-#include "kvxml/values/BigInteger.h"
-#include "kvxml/values/Decimal.h"
 #include "support/KvTestSupport.h"
 
-using KvXmlLib10::CBigInteger;
-using KvXmlLib10::CKvInvalidValueException;
+using namespace KvXmlLib10;
 
 namespace {
 

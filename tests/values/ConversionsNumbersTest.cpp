@@ -1,20 +1,8 @@
 // ConversionsNumbersTest.cpp - CConversions integers, floating forms, decimal, integer and locale independence.
-#include <gtest/gtest.h>
-
-#include <clocale>
 #include <cmath>
-#include <cstdint>
-#include <cstdio>
-#include <cstring>
-#include <limits>
 #include <locale.h>
 #include <random>
-#include <string>
-#include <utility>
-#include <vector>
 
-#include "kvxml/foundation/KvException.h"
-#include "kvxml/values/Conversions.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;

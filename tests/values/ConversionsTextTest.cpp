@@ -1,10 +1,4 @@
 // ConversionsTextTest.cpp - CConversions for boolean, char, string, binary and date types after the whitespace rule.
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "kvxml/foundation/KvException.h"
-#include "kvxml/values/Conversions.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;

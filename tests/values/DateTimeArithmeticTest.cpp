@@ -1,12 +1,6 @@
 // DateTimeArithmeticTest.cpp - ordering and normalising dates, adding durations, differences and system time.
-#include <cstdint>
 #include <ctime>
-#include <string>
-#include <utility>
-#include <vector>
 
-#include "kvxml/values/DateTime.h"
-#include "kvxml/values/DateTimeSpan.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;

@@ -1,9 +1,4 @@
 // DateTimeParseTest.cpp - CDateTime lexical forms: parsing, validation messages and printing.
-#include <functional>
-#include <string>
-#include <utility>
-
-#include "kvxml/values/DateTime.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;

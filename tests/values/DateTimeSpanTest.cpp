@@ -1,8 +1,4 @@
 // DateTimeSpanTest.cpp - CDateTimeSpan: parsing, printing and the partial order of durations.
-#include <string>
-#include <vector>
-
-#include "kvxml/values/DateTimeSpan.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;

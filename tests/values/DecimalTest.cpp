@@ -1,17 +1,9 @@
 // DecimalTest.cpp - CDecimal: the lexical form, printing, construction, scale changes, comparisons and arithmetic.
 #include <climits>
-#include <iterator>
-#include <limits>
-#include <string>
-#include <vector>
 
-#include "kvxml/values/Decimal.h"
 #include "support/KvTestSupport.h"
 
-using KvXmlLib10::CBigInteger;
-using KvXmlLib10::CDecimal;
-using KvXmlLib10::CKvInvalidValueException;
-using KvXmlLib10::CKvOverFlowException;
+using namespace KvXmlLib10;
 
 namespace {
 

@@ -1,12 +1,6 @@
 // StringUtilsTest.cpp - padding, trimming, upper-casing, find-and-replace and the whitespace rules.
-#include <gtest/gtest.h>
-
 #include <array>
-#include <string>
-#include <utility>
 
-#include "kvxml/values/StringUtils.h"
-#include "kvxml/values/WhitespaceUtils.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;

@@ -1,9 +1,4 @@
 // UnicodeConversionTest.cpp - strict UTF-8 / UTF-16 / UTF-32 transcoding.
-#include <cstring>
-#include <string>
-#include <vector>
-
-#include "kvxml/values/UnicodeConversion.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;

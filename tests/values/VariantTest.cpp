@@ -1,19 +1,8 @@
 // VariantTest.cpp - KvVariant states, copies, shared objects and text conversion.
-#include "kvxml/values/Variant.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "kvxml/core/XmlObjectBase.h"
-#include "kvxml/foundation/KvException.h"
-#include "kvxml/values/Conversions.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
 using Rule = CWhitespaceUtils::WhitespaceRule;
-
-#include "kvxml/core/XmlCollection.h"
 
 namespace {
 
