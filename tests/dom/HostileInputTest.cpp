@@ -29,13 +29,8 @@ const std::pair<const char*, Loader> kLoaders[] = {
 };
 
 std::string Gzip(const std::string& text) {
-    uint32_t length = static_cast<uint32_t>(text.size());
-    unsigned char* data = new unsigned char[length];
-    std::copy(text.begin(), text.end(), data);
-    CKvZip::Compress(&data, &length, Compression_GZip);
-    std::string packed(reinterpret_cast<const char*>(data), length);
-    delete[] data;
-    return packed;
+    const Bytes packed = Compressed(ToBytes(text), Compression_GZip);
+    return std::string(packed.begin(), packed.end());
 }
 
 struct ScopedInflateLimit {

@@ -14,17 +14,9 @@ CFastInfosetBinaryData FromOctets(const std::string& octets) {
                                   static_cast<uint32_t>(octets.size()), false);
 }
 
-struct EncodeCase {
-    uint32_t algorithm;
-    const char* text;
-    std::string octets;
-};
+struct EncodeCase { uint32_t algorithm; const char* text; std::string octets; };
 
-struct DecodeCase {
-    uint32_t algorithm;
-    std::string octets;
-    const char* text;
-};
+struct DecodeCase { uint32_t algorithm; std::string octets; const char* text; };
 
 }  // namespace
 
@@ -51,7 +43,8 @@ TEST(FastInfosetBinaryData, EncodesOneValuePerAlgorithm) {
     CFastInfosetBinaryData data;
     EXPECT_KV_THROW(data.SetAsEncodedString(11, "1"), CKvException, "Unknown byte encoding.");
     EXPECT_KV_THROW(data.SetAsEncodedString(0, "1"), CKvException, "Unknown byte encoding.");
-    EXPECT_THROW(data.SetAsEncodedString(4, "1 2"), CKvException);  // one value only
+    EXPECT_KV_THROW(data.SetAsEncodedString(4, "1 2"), CKvInvalidValueException,
+                    "The value [1 2] can not be converted to a i4");  // one value only
 }
 
 TEST(FastInfosetBinaryData, DecodesItemsJoinedBySpaces) {
@@ -73,17 +66,11 @@ TEST(FastInfosetBinaryData, DecodesItemsJoinedBySpaces) {
         {10, "a<b", "a<b"},
         {4, "", ""},
     };
-    for (const DecodeCase& c : cases) {
-        EXPECT_EQ(FromOctets(c.octets).GetAsString(c.algorithm), c.text) << c.algorithm;
-    }
+    for (const DecodeCase& c : cases) EXPECT_EQ(FromOctets(c.octets).GetAsString(c.algorithm), c.text) << c.algorithm;
 }
 
 TEST(FastInfosetBinaryData, RefusesDataOfTheWrongSize) {
-    const struct {
-        uint32_t algorithm;
-        std::string octets;
-        const char* message;
-    } cases[] = {
+    const struct { uint32_t algorithm; std::string octets; const char* message; } cases[] = {
         {3, "abc", "Invalid value for SHORT byte encoding."},
         {4, "abcde", "Invalid value for INT byte encoding."},
         {5, "abcd", "Invalid value for LONG byte encoding."},
@@ -96,7 +83,5 @@ TEST(FastInfosetBinaryData, RefusesDataOfTheWrongSize) {
         {0, "a", "Unknown byte encoding."},
         {11, "a", "Unknown byte encoding."},
     };
-    for (const auto& c : cases) {
-        EXPECT_KV_THROW(FromOctets(c.octets).GetAsString(c.algorithm), CKvException, c.message);
-    }
+    for (const auto& c : cases) EXPECT_KV_THROW(FromOctets(c.octets).GetAsString(c.algorithm), CKvException, c.message);
 }

@@ -112,7 +112,6 @@ public:
         auto found = m_values.find(id);
         return found == m_values.end() ? KvVariant() : found->second;
     }
-    int32_t ResetCount() const { return m_resetCount; }
 
     /// The descriptors, built on first use under m_csInit.
     static const Metadata& Meta() {
@@ -121,15 +120,12 @@ public:
             m_csInit.Enter();
             if (!holder.built.load(std::memory_order_relaxed)) {
                 Schema::Build(holder.meta);
-                ++holder.buildCount;
                 holder.built.store(true, std::memory_order_release);
             }
             m_csInit.Leave();
         }
         return holder.meta;
     }
-    /// How often Schema::Build ran (once, however many threads raced).
-    static int32_t BuildCount() { return Storage().buildCount; }
 
 protected:
     void AccessProperty(int32_t id, bool read, KvVariant& value) override {
@@ -151,14 +147,12 @@ protected:
                 it = m_values.erase(it);
             }
         }
-        ++m_resetCount;
     }
 
 private:
     struct Holder {
         Metadata meta;
         std::atomic<bool> built{false};
-        int32_t buildCount = 0;
         ~Holder() { CXmlGeneratedClass::CleanMetaData(meta.classInfo, meta.elements, meta.attributes); }
     };
     static Holder& Storage() {
@@ -167,7 +161,6 @@ private:
     }
 
     std::map<int32_t, KvVariant> m_values;
-    int32_t m_resetCount = 0;
 };
 
 /// A generated-style class that may be nil.

@@ -1,5 +1,4 @@
 // KvZipTest.cpp - gzip/zlib compression and the pass-through rules of Decompress.
-#include <algorithm>
 #include <random>
 
 #include "support/Fixtures.h"
@@ -52,12 +51,6 @@ CBinaryData Value(const Bytes& bytes) {
     CBinaryData value;
     value.SetBuffer(bytes.data(), static_cast<uint32_t>(bytes.size()));
     return value;
-}
-
-Bytes Compressed(const Bytes& plain, CompressionType type) {
-    Buffer buffer(plain);
-    CKvZip::Compress(&buffer.data, &buffer.length, type);
-    return buffer.Contents();
 }
 
 // Decompress and report what the buffer holds afterwards.

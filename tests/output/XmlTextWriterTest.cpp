@@ -76,19 +76,18 @@ public:
 
 }  // namespace
 
-TEST(XmlTextWriterLayout, WorkedExampleFormattedAndFlat) {
+TEST(XmlTextWriterLayout, FormattingIndentsWithTabsAndEndsLinesByTheChosenType) {
     const std::string declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
     Doc formatted(true, Encoding_UTF8), flat(false, Encoding_UTF8), crlf(true, Encoding_UTF8);
     crlf.writer.SetEOLType(EOL_CRLF);
-    EXPECT_EQ(crlf.writer.GetEOLType(), EOL_CRLF);
     for (Doc* doc : {&formatted, &flat, &crlf}) {
         doc->writer.WriteStartDocument();
-        doc->Start("a").Start("b").Text("x").End().Start("c").End().End();
-        doc->writer.Close();
+        doc->Start("a").Start("b").Attr("k", "", "v").Start("c").Text("x").End().Start("d").Text("").End().End();
+        doc->End().writer.Close();  // empty text leaves d empty
     }
-    EXPECT_EQ(formatted.Out(), declaration + "\n<a>\n\t<b>x</b>\n\t<c/>\n</a>\n");
-    EXPECT_EQ(flat.Out(), declaration + "\n<a><b>x</b><c/></a>");
-    EXPECT_EQ(crlf.Out(), declaration + "\r\n<a>\r\n\t<b>x</b>\r\n\t<c/>\r\n</a>\r\n");
+    EXPECT_EQ(formatted.Out(), declaration + "\n<a>\n\t<b k=\"v\">\n\t\t<c>x</c>\n\t\t<d/>\n\t</b>\n</a>\n");
+    EXPECT_EQ(flat.Out(), declaration + "\n<a><b k=\"v\"><c>x</c><d/></b></a>");
+    EXPECT_EQ(crlf.Out(), declaration + "\r\n<a>\r\n\t<b k=\"v\">\r\n\t\t<c>x</c>\r\n\t\t<d/>\r\n\t</b>\r\n</a>\r\n");
 }
 
 TEST(XmlTextWriterLayout, DefaultsAndDeclarationPerEncoding) {
@@ -96,24 +95,14 @@ TEST(XmlTextWriterLayout, DefaultsAndDeclarationPerEncoding) {
     CXmlTextWriter writer(stream);
     EXPECT_TRUE(writer.GetFormat());
     EXPECT_EQ(writer.GetEOLType(), EOL_LF);
-
     const std::pair<XmlEncoding, const char*> cases[] = {
-        {Encoding_None, "<?xml version=\"1.0\"?>\n"},
-        {Encoding_UTF8, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"},
-        {Encoding_UTF16, "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n"},
-        {Encoding_Wide, "<?xml version=\"1.0\"?>\n"}};
+        {Encoding_None, "<?xml version=\"1.0\"?>\n"}, {Encoding_UTF8, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"},
+        {Encoding_UTF16, "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n"}, {Encoding_Wide, "<?xml version=\"1.0\"?>\n"}};
     for (const auto& [encoding, declaration] : cases) {
         Doc doc(false, encoding);  // the line end follows even without formatting
         doc.writer.WriteStartDocument();
         EXPECT_EQ(doc.Out(), declaration) << encoding;
     }
-}
-
-TEST(XmlTextWriterLayout, NestingIndentsWithTabsAndTextStaysOnOneLine) {
-    Doc doc(true);
-    doc.Start("r").Start("a").Attr("k", "", "v").Start("b").Text("text").End();
-    doc.Start("c").Text("").End().End().End();  // empty text leaves c empty
-    EXPECT_EQ(doc.Out(), "<r>\n\t<a k=\"v\">\n\t\t<b>text</b>\n\t\t<c/>\n\t</a>\n</r>\n");
 }
 
 TEST(XmlTextWriterEscape, TextAndAttributeModeRows) {
@@ -314,27 +303,20 @@ TEST(XmlTextWriterXsi, TypeAndNilAttributes) {
     });
 }
 
-TEST(XmlTextWriterErrors, AttributesAfterContentAreRefused) {
+TEST(XmlTextWriterErrors, AttributesAfterContentAndDirectivesInsideTheRootAreRefused) {
     Doc doc;
+    doc.writer.WriteHeaderDirective("<!-- first -->");
     doc.Start("r").Text("text");
     EXPECT_KV_THROW(doc.Attr("a", "", "1"), CKvException, "Attributes must be added before elements");
     EXPECT_KV_THROW(doc.Type("urn:t", "T"), CKvException, "Attributes must be added before elements");
     EXPECT_KV_THROW(doc.Nil(), CKvException, "Attributes must be added before elements");
+    EXPECT_KV_THROW(doc.writer.WriteHeaderDirective("<!DOCTYPE r>"), CKvException,
+                    "Headed directives must appear before an Element has been added.");
     doc.Start("c").End();
     EXPECT_KV_THROW(doc.Attr("a", "", "1"), CKvException, "Attributes must be added before elements");
     doc.End();
-    EXPECT_EQ(doc.Out(), "<r>text<c/></r>");  // nothing leaked into the output
-}
-
-TEST(XmlTextWriterErrors, HeaderDirectiveAfterTheRootStarts) {
-    Doc doc;
-    doc.writer.WriteHeaderDirective("<!-- first -->");
-    doc.Start("r");
-    EXPECT_KV_THROW(doc.writer.WriteHeaderDirective("<!DOCTYPE r>"), CKvException,
-                    "Headed directives must appear before an Element has been added.");
-    doc.End();
     doc.writer.WriteHeaderDirective("<!-- after -->");  // allowed again once closed
-    EXPECT_EQ(doc.Out(), "<!-- first -->\n<r/><!-- after -->\n");
+    EXPECT_EQ(doc.Out(), "<!-- first -->\n<r>text<c/></r><!-- after -->\n");  // nothing leaked into the output
 }
 
 TEST(XmlTextWriterErrors, InvalidEolTypeKeepsThePreviousSetting) {
@@ -347,19 +329,7 @@ TEST(XmlTextWriterErrors, InvalidEolTypeKeepsThePreviousSetting) {
     EXPECT_EQ(doc.Out(), "<r>a\r\nb</r>\r\n");
 }
 
-TEST(XmlTextWriterErrors, CloseClosesTheStreamBeforeRefusing) {
-    RecordingStream stream;
-    CXmlTextWriter writer(stream);
-    writer.Open();
-    writer.WriteStartElement("r", "");
-    EXPECT_KV_THROW(writer.Close(), CKvException, "An Element has not been closed.");
-    EXPECT_EQ(stream.closes, 1);
-    writer.WriteEndElement();
-    writer.Close();
-    EXPECT_EQ(stream.closes, 2);
-}
-
-TEST(XmlTextWriterStream, FlushesOnceFourKilobytesAreHeld) {
+TEST(XmlTextWriterStream, FlushesOnceFourKilobytesAreHeldAndCloseClosesTheStreamBeforeRefusing) {
     RecordingStream stream;
     CXmlTextWriter writer(stream);
     writer.SetFormat(false);
@@ -372,8 +342,11 @@ TEST(XmlTextWriterStream, FlushesOnceFourKilobytesAreHeld) {
     EXPECT_EQ(stream.flushes, 1);
     EXPECT_EQ(stream.GetLength(), 0u);
     writer.WriteEndElement();
+    EXPECT_KV_THROW(writer.Close(), CKvException, "An Element has not been closed.");
+    EXPECT_EQ(stream.closes, 1);
     writer.WriteEndElement();
     writer.Close();
+    EXPECT_EQ(stream.closes, 2);
     EXPECT_EQ(stream.drained + stream.GetText(),
               "<r>" + std::string(4000, 'x') + "<c a=\"" + std::string(100, 'y') + "\"/></r>");
 }
@@ -383,7 +356,6 @@ TEST(XmlTextWriterStream, DeepNestingWritesAndUnwinds) {
     const int depth = 100000;
     for (int i = 0; i < depth; ++i) doc.Start("e", "urn:n");
     for (int i = 0; i < depth; ++i) doc.End();
-    doc.writer.Close();
     std::string expected = "<AA:e xmlns:AA=\"urn:n\">";
     for (int i = 2; i < depth; ++i) expected += "<AA:e>";
     expected += "<AA:e/>";

@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <clocale>
 #include <cstdio>
 #include <fstream>
@@ -81,6 +82,17 @@ inline std::wstring Wide(const KvXmlLib10::CBinaryData& data) {
     std::wstring text(data.GetLength() / sizeof(wchar_t), L'\0');
     if (!text.empty()) std::memcpy(&text[0], data.GetData(), text.size() * sizeof(wchar_t));
     return text;
+}
+
+/// `plain` packed by the library's compressor (which throws when it cannot shrink it).
+inline Bytes Compressed(const Bytes& plain, KvXmlLib10::CompressionType type) {
+    uint32_t length = static_cast<uint32_t>(plain.size());
+    unsigned char* data = new unsigned char[length + 1];
+    std::copy(plain.begin(), plain.end(), data);
+    KvXmlLib10::CKvZip::Compress(&data, &length, type);
+    Bytes out(data, data + length);
+    delete[] data;
+    return out;
 }
 
 /// The refusal of an encoding other than UTF-8, UTF-16 and wide; the

@@ -182,17 +182,19 @@ TEST(ConversionsDecimal, ReadsTheFormatAsADigitCountLikeStrtol) {
     EXPECT_EQ(C::decimalToString(value, " 4"), "1.0050");  // strtol skips the space
     EXPECT_EQ(C::decimalToString(value, "1x"), "1.0");
     EXPECT_EQ(C::decimalToString(C::decimalFromString("", Rule::None)), "0");
-    EXPECT_THROW(C::decimalFromString("1.2.3", Rule::None), CKvInvalidValueException);
+    EXPECT_KV_THROW(C::decimalFromString("1.2.3", Rule::None), CKvInvalidValueException,
+                    "The string representing a Decimal, contained an invalid char at position 3 [1.2.3]");
     const std::string big = "123456789012345678901234567890123456789012345678901234567890";
     EXPECT_EQ(C::integerToString(C::integerFromString(" " + big + " ", Rule::Collapse)), big);
-    EXPECT_THROW(C::integerFromString("12x", Rule::None), CKvInvalidValueException);
+    EXPECT_KV_THROW(C::integerFromString("12x", Rule::None), CKvInvalidValueException,
+                    "The string representing a Decimal, contained an invalid char at position 2 [12x]");
 }
 
 TEST(ConversionsLocale, CallerFormatRestoresTheThreadLocale) {
     const locale_t before = uselocale(static_cast<locale_t>(nullptr));
     EXPECT_EQ(C::r8ToString(0.5, "%.1f"), "0.5");
     EXPECT_EQ(uselocale(static_cast<locale_t>(nullptr)), before);
-    EXPECT_THROW(C::r8ToString(0.5, "%d"), CKvInvalidParamException);
+    EXPECT_KV_THROW(C::r8ToString(0.5, "%d"), CKvInvalidParamException, "Invalid number format [%d]");
     EXPECT_EQ(uselocale(static_cast<locale_t>(nullptr)), before);
 }
 
@@ -210,7 +212,8 @@ TEST(ConversionsLocale, IgnoresACommaDecimalProcessLocale) {
     }
     EXPECT_EQ(C::r8FromString("1.5", Rule::None), 1.5) << chosen;
     EXPECT_EQ(C::r4FromString("0.25", Rule::None), 0.25f);
-    EXPECT_THROW(C::r8FromString("1,5", Rule::None), CKvInvalidValueException);
+    EXPECT_KV_THROW(C::r8FromString("1,5", Rule::None), CKvInvalidValueException,
+                    "The value [1,5] can not be converted to a r8");
     EXPECT_EQ(C::r8ToString(1.5), "1.5");
     EXPECT_EQ(C::r8ToString(1.5, "%.2f"), "1.50");
     EXPECT_EQ(C::r4ToString(0.25f, "%g"), "0.25");

@@ -114,11 +114,12 @@ TEST(DateTimeParse, RejectsBadTextWithTheMessages) {
 
 TEST(DateTimeParse, FailedParseLeavesTheValueCleared) {
     CDateTime value("2004-01-01T12:00:00Z");
-    EXPECT_THROW(value.ParseXSDDate("2004-02-30"), CKvInvalidValueException);
+    EXPECT_KV_THROW(value.ParseXSDDate("2004-02-30"), CKvInvalidValueException,
+                    "Invalid Day [30] (1 <= day <= days in month");
     EXPECT_EQ(value.GetType(), CDateTime::dt_none);
     EXPECT_FALSE(value.IsUTC());
     value = Parsed(kDate, "2004-01-01");
-    EXPECT_THROW(value.ParseXSDTime(nullptr), CKvInvalidValueException);
+    EXPECT_KV_THROW(value.ParseXSDTime(nullptr), CKvInvalidValueException, "Invalid Time (Null String)");
     EXPECT_EQ(value.GetType(), CDateTime::dt_none);
 }
 
@@ -157,14 +158,14 @@ TEST(DateTimeValidate, SettersRejectFieldsTheTypeCannotHold) {
 
 TEST(DateTimeValidate, FailedSettersKeepTheValueAndConstructorsClear) {
     CDateTime value(2004, 1, 31);
-    EXPECT_THROW(value.SetMonth(2), CKvInvalidValueException);
+    EXPECT_KV_THROW(value.SetMonth(2), CKvInvalidValueException, "Invalid Day [31] (1 <= day <= days in month");
     EXPECT_EQ(value.ToString(), "2004-01-31");
     value.SetDay(29);
     value.SetMonth(2);
     EXPECT_EQ(value.ToString(), "2004-02-29");
-    EXPECT_THROW(value.SetYear(2003), CKvInvalidValueException);
+    EXPECT_KV_THROW(value.SetYear(2003), CKvInvalidValueException, "Invalid Day [29] (1 <= day <= days in month");
     EXPECT_EQ(value.GetYear(), 2004);
-    EXPECT_THROW(value.SetHour(1), CKvInvalidValueException);
+    EXPECT_KV_THROW(value.SetHour(1), CKvInvalidValueException, "Invalid Hour [1] for type date");
 
     EXPECT_EQ(CDateTime(2003, 2, 29).GetType(), CDateTime::dt_none);
     EXPECT_EQ(CDateTime(2004, 1, 1, 24, 0, 0).GetType(), CDateTime::dt_none);

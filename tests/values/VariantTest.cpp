@@ -220,6 +220,7 @@ TEST(VariantText, BadTypeCodesAndFailedParsesLeaveTheValue) {
     EXPECT_EQ(v.GetType(), "i4");
     EXPECT_EQ(v.GetI4(), 7);
     v.SetString("kept");
-    EXPECT_THROW(v.FromString("2003-02-29", date, Rule::None), CKvInvalidValueException);
+    EXPECT_KV_THROW(v.FromString("2003-02-29", date, Rule::None), CKvInvalidValueException,
+                    "Invalid Day [29] (1 <= day <= days in month");
     EXPECT_EQ(v.GetString(), "kept");
 }
