@@ -52,7 +52,7 @@ TEST(CheckRestrictionRange, EachFacetAdmitsOrRejectsTheBoundItself) {
     }
 }
 
-TEST(CheckRestrictionRange, FirstFailingFacetEndsTheCheck) {
+TEST(CheckRestrictionRange, BoundsParseWithTheTypesOwnParserAfterCollapseUpToTheFirstFailingFacet) {
     // Later bounds do not parse: reaching one would throw the conversion's error.
     for (const auto& r : {Range("10", "zz", "zz", "zz"), Range("1", "2", "zz", "zz"), Range("1", "9", "7", "zz")})
         EXPECT_REFUSED(H::CheckRestrictionFori4("n", 5, r), "n [5]");
@@ -60,9 +60,6 @@ TEST(CheckRestrictionRange, FirstFailingFacetEndsTheCheck) {
                     "The value [zz] can not be converted to a i4");
     EXPECT_KV_THROW(H::CheckRestrictionFori4("n", 8, Range("zz", nullptr, nullptr, "1")), CKvInvalidValueException,
                     "The value [zz] can not be converted to a i4");
-}
-
-TEST(CheckRestrictionRange, BoundsParseWithTheTypesOwnParserAfterCollapse) {
     EXPECT_NO_THROW(H::CheckRestrictionFori4("n", 12, Range(" \t12\n ", "  12", nullptr, nullptr)));
     EXPECT_KV_THROW(H::CheckRestrictionFori1("n", 0, Range("200", "", "", "")), CKvInvalidValueException,
                     "The value [200] is to large to fit in a i1");
@@ -76,15 +73,12 @@ TEST(CheckRestrictionRange, BoundsParseWithTheTypesOwnParserAfterCollapse) {
 }
 
 // Each type's message form is also covered through CheckRestriction's dispatch.
-TEST(CheckRestrictionRange, MessageFormEdges) {
+TEST(CheckRestrictionRange, WideTypesCompareOverTheirWholeRangeAndShowTheirValues) {
     EXPECT_REFUSED(H::CheckRestrictionFori8("v", INT64_C(-9000000000), Range("0", "", "", "")), "v [-9000000000]");
     const CBigInteger negative = C::integerFromString("-123456789012345678901234567890", Rule::Collapse);
     EXPECT_REFUSED(H::CheckRestrictionForinteger("v", negative, Range("-1", "", "", "")),
                    "v [-123456789012345678901234567890]");
     EXPECT_REFUSED(H::CheckRestrictionFori4(nullptr, 1, Range("2", "", "", "")), " [1]");
-}
-
-TEST(CheckRestrictionRange, WideTypesCompareOverTheirWholeRange) {
     EXPECT_NO_THROW(H::CheckRestrictionForui8("v", UINT64_MAX, Range("9223372036854775808", "", "", "")));
     EXPECT_NO_THROW(H::CheckRestrictionFori8("v", INT64_MIN, Range("", "", "", "-9223372036854775807")));
     const CBigInteger big = C::integerFromString("100000000000000000000000000000", Rule::Collapse);

@@ -3,7 +3,7 @@
 #include <locale.h>
 #include <random>
 
-#include "support/KvTestSupport.h"
+#include "support/Fixtures.h"
 
 using namespace KvXmlLib10;
 using C = CConversions;
@@ -190,26 +190,19 @@ TEST(ConversionsDecimal, ReadsTheFormatAsADigitCountLikeStrtol) {
                     "The string representing a Decimal, contained an invalid char at position 2 [12x]");
 }
 
-TEST(ConversionsLocale, CallerFormatRestoresTheThreadLocale) {
+// The conversions follow neither the thread nor the process locale. Where no
+// comma-decimal locale is installed (often only C and POSIX are) the second half is skipped.
+TEST(ConversionsLocale, CallerFormatsRestoreTheThreadLocaleAndACommaDecimalLocaleIsIgnored) {
     const locale_t before = uselocale(static_cast<locale_t>(nullptr));
     EXPECT_EQ(C::r8ToString(0.5, "%.1f"), "0.5");
-    EXPECT_EQ(uselocale(static_cast<locale_t>(nullptr)), before);
     EXPECT_KV_THROW(C::r8ToString(0.5, "%d"), CKvInvalidParamException, "Invalid number format [%d]");
     EXPECT_EQ(uselocale(static_cast<locale_t>(nullptr)), before);
-}
-
-// The conversions must not follow the process locale. Where no comma-decimal
-// locale is installed (often only C and POSIX are) the test is skipped.
-TEST(ConversionsLocale, IgnoresACommaDecimalProcessLocale) {
-    const std::string saved = std::setlocale(LC_ALL, nullptr);
+    KvXmlTest::ScopedLocale restore(nullptr);  // only remembers the locale to put back
     const char* chosen = nullptr;
     for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "fr_FR.utf8", "de_DE", "fr_FR"})
         if (!chosen && std::setlocale(LC_ALL, name) && std::strcmp(std::localeconv()->decimal_point, ",") == 0)
             chosen = name;
-    if (chosen == nullptr) {
-        std::setlocale(LC_ALL, saved.c_str());
-        GTEST_SKIP() << "no comma-decimal locale is installed on this host";
-    }
+    if (chosen == nullptr) GTEST_SKIP() << "no comma-decimal locale is installed on this host";
     EXPECT_EQ(C::r8FromString("1.5", Rule::None), 1.5) << chosen;
     EXPECT_EQ(C::r4FromString("0.25", Rule::None), 0.25f);
     EXPECT_KV_THROW(C::r8FromString("1,5", Rule::None), CKvInvalidValueException,
@@ -218,5 +211,4 @@ TEST(ConversionsLocale, IgnoresACommaDecimalProcessLocale) {
     EXPECT_EQ(C::r8ToString(1.5, "%.2f"), "1.50");
     EXPECT_EQ(C::r4ToString(0.25f, "%g"), "0.25");
     EXPECT_EQ(C::i4FromString("-12", Rule::None), -12);
-    std::setlocale(LC_ALL, saved.c_str());
 }
