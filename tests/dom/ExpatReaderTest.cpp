@@ -113,15 +113,12 @@ TEST(ExpatReaderText, KeepsLongMultibyteTextAcrossInputPieces) {
 TEST(ExpatReaderErrors, ReportsTheParserMessageAndLine) {
     // The texts are the parser's own; the frame and the line number are ours.
     const char* const cases[][2] = {
-        {"<a></b>", "mismatched tag at line 1"},
-        {"<a>\n<b>\n</a>", "mismatched tag at line 3"},
-        {"<a>", "no element found at line 1"},
-        {"<a/><b/>", "junk after document element at line 1"},
+        {"<a></b>", "mismatched tag at line 1"}, {"<a>\n<b>\n</a>", "mismatched tag at line 3"},
+        {"<a>", "no element found at line 1"}, {"<a/><b/>", "junk after document element at line 1"},
         {"<a>\xFF</a>", "not well-formed (invalid token) at line 1"},
         {"<a>\xC3</a>", "not well-formed (invalid token) at line 1"},
         {"<a>\xED\xA0\x80</a>", "not well-formed (invalid token) at line 1"},
-        {"<a>&#0;</a>", "reference to invalid character number at line 1"},
-        {"<p:a/>", "unbound prefix at line 1"},
+        {"<a>&#0;</a>", "reference to invalid character number at line 1"}, {"<p:a/>", "unbound prefix at line 1"},
         {"<a xmlns:p='u' xmlns:q='u' p:x='1' q:x='2'/>", "duplicate attribute at line 1"},
     };
     CXmlDocument document;

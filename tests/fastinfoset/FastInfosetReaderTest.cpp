@@ -120,8 +120,7 @@ TEST(FastInfosetReader, BadInputGetsOneOfTheMessages) {
     const std::string eof = "Failed to parse FastInfoset. Unexpected End of File.";
     const std::string prefix = "Failed to parse FastInfoset. ";
     const struct { std::string bytes; std::string message; } cases[] = {
-        {Hex("00 3C 03 72 6F"), eof},
-        {Hex("00 3C 00 72"), eof},
+        {Hex("00 3C 03 72 6F"), eof}, {Hex("00 3C 00 72"), eof},
         {Hex("00 3C 60 7F FF FF FF 61"), eof},  // a name claiming 2^31 octets
         {Hex("00 3C 00 72 83 7F FF FF FF 61"), eof},
         {Hex("00 3C 00 72 04 FF"), prefix + "Invalid Encoding of integers 1 To 2^20 type  on the third bit of an octet."},

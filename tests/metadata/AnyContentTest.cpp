@@ -26,8 +26,7 @@ TEST(AnyElement, InitChecksEveryStringAndTheNamespace) {
         {"e", "urn:b", "##local ##targetNamespace", "urn:a",
          "Invalid namespace [urn:b]. The namespace must be one of [##local ##targetNamespace] where the target "
          "namespace is [urn:a]"},
-        {"e", "urn:a", "##local ##targetNamespace", "urn:a", nullptr},
-        {"e", "urn:x", "urn:x urn:y", "", nullptr},
+        {"e", "urn:a", "##local ##targetNamespace", "urn:a", nullptr}, {"e", "urn:x", "urn:x urn:y", "", nullptr},
     };
     for (const ConstructionCase& c : cases) {
         SCOPED_TRACE(c.message ? c.message : c.restriction);

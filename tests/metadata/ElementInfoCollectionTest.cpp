@@ -55,13 +55,10 @@ const std::vector<Row>& Rows() {
     static const std::vector<Row> rows = {
         ValueRow<CElementInfoSeqPrimCol>("SeqPrimCol", Seq),
         ValueRow<CElementInfoChoicePrimCol>("ChoicePrimCol", Choice),
-        ValueRow<CElementInfoAllPrimCol>("AllPrimCol", All),
-        ValueRow<CElementInfoSeqEnumCol>("SeqEnumCol", Seq),
+        ValueRow<CElementInfoAllPrimCol>("AllPrimCol", All), ValueRow<CElementInfoSeqEnumCol>("SeqEnumCol", Seq),
         ValueRow<CElementInfoChoiceEnumCol>("ChoiceEnumCol", Choice),
-        ObjectRow<CElementInfoSeqClsCol>("SeqClsCol", Seq),
-        ObjectRow<CElementInfoChoiceClsCol>("ChoiceClsCol", Choice),
-        ObjectRow<CElementInfoAllClsCol>("AllClsCol", All),
-        ObjectRow<CElementInfoSeqAbsClsCol>("SeqAbsClsCol", Seq),
+        ObjectRow<CElementInfoSeqClsCol>("SeqClsCol", Seq), ObjectRow<CElementInfoChoiceClsCol>("ChoiceClsCol", Choice),
+        ObjectRow<CElementInfoAllClsCol>("AllClsCol", All), ObjectRow<CElementInfoSeqAbsClsCol>("SeqAbsClsCol", Seq),
         ObjectRow<CElementInfoChoiceAbsClsCol>("ChoiceAbsClsCol", Choice),
         ObjectRow<CElementInfoAllAbsClsCol>("AllAbsClsCol", All),
     };

@@ -108,10 +108,8 @@ const std::vector<Row>& Rows() {
         EnumRow<CElementInfoAllEnumMnd>("AllEnumMnd", All, Mnd),
         EnumRow<CElementInfoAllEnumOpt>("AllEnumOpt", All, Opt),
         EnumRow<CElementInfoChoiceEnumOpt>("ChoiceEnumOpt", Choice, Opt),
-        ClsMndRow<CElementInfoSeqClsMnd>("SeqClsMnd", Seq),
-        ClsRow<CElementInfoSeqClsOpt>("SeqClsOpt", Seq),
-        ClsMndRow<CElementInfoAllClsMnd>("AllClsMnd", All),
-        ClsRow<CElementInfoAllClsOpt>("AllClsOpt", All),
+        ClsMndRow<CElementInfoSeqClsMnd>("SeqClsMnd", Seq), ClsRow<CElementInfoSeqClsOpt>("SeqClsOpt", Seq),
+        ClsMndRow<CElementInfoAllClsMnd>("AllClsMnd", All), ClsRow<CElementInfoAllClsOpt>("AllClsOpt", All),
         ClsRow<CElementInfoChoiceClsOpt>("ChoiceClsOpt", Choice),
         AbsRow<CElementInfoSeqAbsClsMnd>("SeqAbsClsMnd", Seq, Mnd),
         AbsRow<CElementInfoSeqAbsClsOpt>("SeqAbsClsOpt", Seq, Opt),
@@ -301,14 +299,9 @@ TEST(ElementInfoMemberRead, NilAttributeRules) {
         bool expectNil;
     };
     const Case cases[] = {
-        {"true", true, nullptr, true},
-        {"TRUE", true, nullptr, true},
-        {"1", true, nullptr, true},
-        {"false", true, nullptr, false},
-        {"False", false, nullptr, false},
-        {"0", false, nullptr, false},
-        {"", false, nullptr, false},
-        {"yes", true, "Unexpected Value [yes] for 'nil' Attribute found.", false},
+        {"true", true, nullptr, true}, {"TRUE", true, nullptr, true}, {"1", true, nullptr, true},
+        {"false", true, nullptr, false}, {"False", false, nullptr, false}, {"0", false, nullptr, false},
+        {"", false, nullptr, false}, {"yes", true, "Unexpected Value [yes] for 'nil' Attribute found.", false},
         {"true", false, "Invalid use of 'nil' attibute in non-nillable element [n]", false},
         {"yes", false, "Invalid use of 'nil' attibute in non-nillable element [n]", false},
     };

@@ -78,8 +78,7 @@ TEST(ElementInfoAnyNamespace, ChoosesByRestrictionKeyword) {
         {"##targetNamespace", "urn:f", "urn:s", "urn:s"}, {"##other urn:x", "", "urn:s", "DefaultNamespace"},
         {"##any urn:x urn:y", "urn:f", "urn:s", "urn:f"}, {"##targetNamespace ##local", "urn:f", "urn:s", "urn:s"},
         {"urn:x urn:y", "urn:f", "urn:s", ""},         {"urn:x", "urn:f", "urn:s", ""},
-        {"##bogus urn:x", "urn:f", "urn:s", ""},       {"## ##any", "urn:f", "urn:s", ""},
-        {"", "urn:f", "urn:s", ""},
+        {"##bogus urn:x", "urn:f", "urn:s", ""},       {"## ##any", "urn:f", "urn:s", ""}, {"", "urn:f", "urn:s", ""},
     };
     for (const auto& c : cases)
         EXPECT_EQ(CElementInfo::GetAnyDefaultNamespace(c[0], c[1], c[2]), c[3]) << c[0] << " / " << c[1];

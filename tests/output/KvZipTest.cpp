@@ -155,15 +155,10 @@ TEST(KvZipDecompress, LeavesAnythingButACompleteStreamExactlyAsItWas) {
         {"truncated gzip", Bytes(packed.begin(), packed.begin() + packed.size() / 2)},
         {"gzip without trailer", Bytes(packed.begin(), packed.end() - 8)},
         {"truncated second member", FromHex("1f8b0800000000000403cb48cdc9c9070086a6103605000000" "1f8b0800")},
-        {"gzip magic only", FromHex("1f8b")},
-        {"zlib header only", FromHex("789c")},
-        {"zlib header with preset dictionary", FromHex("78bb00000001cb48cdc9c90700")},
-        {"bad CRC", badCrc},
-        {"huge claimed size", hugeClaimedSize},
-        {"corrupt body", corruptBody},
-        {"random bytes", Noise(10000, 11)},
-        {"single byte", FromHex("78")},
-        {"empty", Bytes()},
+        {"gzip magic only", FromHex("1f8b")}, {"zlib header only", FromHex("789c")},
+        {"zlib header with preset dictionary", FromHex("78bb00000001cb48cdc9c90700")}, {"bad CRC", badCrc},
+        {"huge claimed size", hugeClaimedSize}, {"corrupt body", corruptBody}, {"random bytes", Noise(10000, 11)},
+        {"single byte", FromHex("78")}, {"empty", Bytes()},
     };
     for (const auto& [name, input] : cases) {
         SCOPED_TRACE(name);

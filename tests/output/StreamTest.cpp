@@ -222,8 +222,7 @@ TEST(FileBinaryStreamToFile, WritesByteOrderMarkOnlyForWideEncodings) {
         XmlEncoding encoding;
         Bytes expected;  // text mode must not translate the line feeds
     } cases[] = {{Encoding_None, ToBytes("<a>\n</a>\n")},
-                 {Encoding_UTF8, ToBytes("<a>\n</a>\n")},
-                 {Encoding_UTF16, ToBytes("\xFF\xFE<a>\n</a>\n")},
+                 {Encoding_UTF8, ToBytes("<a>\n</a>\n")}, {Encoding_UTF16, ToBytes("\xFF\xFE<a>\n</a>\n")},
                  {Encoding_Wide, ToBytes("\xFF\xFE<a>\n</a>\n")}};
     for (const auto& c : cases) {
         TempFile file;

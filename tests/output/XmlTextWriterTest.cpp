@@ -112,15 +112,12 @@ TEST(XmlTextWriterEscape, TextAndAttributeModeRows) {
         const char* textCrlf;
         const char* attribute;  // the same for both line end types
     } cases[] = {
-        {"a\nb", "a\nb", "a\r\nb", "a&#xA;b"},
-        {"a\r\nb", "a\nb", "a\r\nb", "a&#xA;b"},
-        {"a\rb\r", "ab", "ab", "ab"},
+        {"a\nb", "a\nb", "a\r\nb", "a&#xA;b"}, {"a\r\nb", "a\nb", "a\r\nb", "a&#xA;b"}, {"a\rb\r", "ab", "ab", "ab"},
         {"say \"hi\"", "say \"hi\"", "say \"hi\"", "say &quot;hi&quot;"},
         {"a&b<c>d", "a&amp;b&lt;c&gt;d", "a&amp;b&lt;c&gt;d", "a&amp;b&lt;c&gt;d"},
         {"tab\there 'q'", "tab\there 'q'", "tab\there 'q'", "tab\there 'q'"},
         {"\x7F\x80\xE9\xFF", "\x7F\x80\xE9\xFF", "\x7F\x80\xE9\xFF", "\x7F\x80\xE9\xFF"},
-        {"]]>", "]]&gt;", "]]&gt;", "]]&gt;"},
-        {"", "", "", ""},
+        {"]]>", "]]&gt;", "]]&gt;", "]]&gt;"}, {"", "", "", ""},
     };
     for (const auto& c : cases) {
         for (EOLType eol : {EOL_LF, EOL_CRLF}) {
@@ -146,8 +143,7 @@ TEST(XmlTextWriterEscape, ThroughElementsAttributesAndComments) {
 
 TEST(XmlTextWriterText, CompleteCdataSectionsPassTheRestIsEscaped) {
     const std::pair<const char*, const char*> cases[] = {
-        {"<![CDATA[a<b & ]]>", "<![CDATA[a<b & ]]>"},
-        {"<![CDATA[x<y]]>&]]>z", "<![CDATA[x<y]]>&amp;]]&gt;z"},
+        {"<![CDATA[a<b & ]]>", "<![CDATA[a<b & ]]>"}, {"<![CDATA[x<y]]>&]]>z", "<![CDATA[x<y]]>&amp;]]&gt;z"},
         // A value closing its element and opening another stays text.
         {"<![CDATA[x]]></price><price>0.01</price><![CDATA[",
          "<![CDATA[x]]>&lt;/price&gt;&lt;price&gt;0.01&lt;/price&gt;&lt;![CDATA["},

@@ -23,23 +23,14 @@ const std::string kGrinning = "\xF0\x9F\x98\x80";  // U+1F600
 
 TEST(RegExTranslation, RewritesEachEscapeAndAnchors) {
     const std::pair<const char*, const char*> cases[] = {
-        {"\\i", "^([^\\W\\d]|:)$"},
-        {"\\I", "^([\\W\\d])$"},
-        {"\\c", "^(\\w|\\.|-|:)$"},
-        {"\\C", "^([^\\w\\.\\-\\:])$"},
-        {"\\p{IsBasicLatin}", "^[\\000-\\177]$"},
-        {"\\p{IsLatin-1Supplement}", "^[\\200-\\377]$"},
-        {"\\p{IsLatinExtended-A}", "^[\\400-\\577]$"},
-        {"\\p{IsLatinExtended-B}", "^[\\600-\\1117]$"},
-        {"\\i\\I", "^([^\\W\\d]|:)([\\W\\d])$"},
-        {"\\\\i", "^\\\\i$"},
-        {"\\\\\\c", "^\\\\(\\w|\\.|-|:)$"},
+        {"\\i", "^([^\\W\\d]|:)$"}, {"\\I", "^([\\W\\d])$"}, {"\\c", "^(\\w|\\.|-|:)$"}, {"\\C", "^([^\\w\\.\\-\\:])$"},
+        {"\\p{IsBasicLatin}", "^[\\000-\\177]$"}, {"\\p{IsLatin-1Supplement}", "^[\\200-\\377]$"},
+        {"\\p{IsLatinExtended-A}", "^[\\400-\\577]$"}, {"\\p{IsLatinExtended-B}", "^[\\600-\\1117]$"},
+        {"\\i\\I", "^([^\\W\\d]|:)([\\W\\d])$"}, {"\\\\i", "^\\\\i$"}, {"\\\\\\c", "^\\\\(\\w|\\.|-|:)$"},
         {"\\\\\\\\c", "^\\\\\\\\c$"},
         {"\\p{IsGreek}\\d", "^\\p{IsGreek}\\d$"},  // other escapes reach PCRE unchanged
         {"\\p{IsBasicLatin", "^\\p{IsBasicLatin$"},
-        {"\\", "^\\$"},
-        {"\\\\\\", "^\\\\\\$"},
-        {"", "^$"},
+        {"\\", "^\\$"}, {"\\\\\\", "^\\\\\\$"}, {"", "^$"},
     };
     for (const auto& c : cases) EXPECT_EQ(detail::TranslatePattern(c.first), c.second) << c.first;
 }

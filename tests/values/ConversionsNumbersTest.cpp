@@ -68,12 +68,10 @@ TEST(ConversionsIntegerParse, ReportsRangeBeforeSyntaxQuotingTheRuleResult) {
         {AsText<C::i8FromString>, "i8", {"9223372036854775808"}, {}},
         {AsText<C::ui8FromString>, "ui8", {"18446744073709551616"}, {"z"}},
         // The narrow types check their range after the wide parse ("-1" as ui1 is 4294967295) ...
-        {AsText<C::i1FromString>, "i1", {"200", "-129"}, {}},
-        {AsText<C::i2FromString>, "i2", {"32768"}, {}},
+        {AsText<C::i1FromString>, "i1", {"200", "-129"}, {}}, {AsText<C::i2FromString>, "i2", {"32768"}, {}},
         {AsText<C::ui1FromString>, "ui1", {"256", "-1"}, {}},
         // ... and report bad text and wide overflow with the wide type's message.
-        {AsText<C::i1FromString>, "i4", {}, {"x"}},
-        {AsText<C::i2FromString>, "i4", {"99999999999"}, {}},
+        {AsText<C::i1FromString>, "i4", {}, {"x"}}, {AsText<C::i2FromString>, "i4", {"99999999999"}, {}},
         {AsText<C::ui1FromString>, "ui4", {}, {"x"}},
     };
     for (const auto& g : groups) {

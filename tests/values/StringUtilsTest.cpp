@@ -50,14 +50,9 @@ TEST(WhitespaceUtilsIsWhiteSpace, ExactlyTabLineFeedCarriageReturnAndSpace) {
 
 TEST(WhitespaceUtilsRules, PreserveReplaceAndCollapse) {
     const struct { std::string text, preserved, replaced, collapsed; } cases[] = {
-        {"a\r\nb\rc", "a\nb\nc", "a b c", "a b c"},
-        {"\t a \r\n b  ", "\t a \n b  ", "  a   b  ", "a b"},
-        {"\r\r\n\n\r", "\n\n\n\n", "    ", ""},
-        {"\n\r", "\n\n", "  ", ""},
-        {"\r\n\r\n", "\n\n", "  ", ""},
-        {"a\t\t\n\r b\nc", "a\t\t\n\n b\nc", "a     b c", "a b c"},
-        {"", "", "", ""},
-        {"x", "x", "x", "x"},
+        {"a\r\nb\rc", "a\nb\nc", "a b c", "a b c"}, {"\t a \r\n b  ", "\t a \n b  ", "  a   b  ", "a b"},
+        {"\r\r\n\n\r", "\n\n\n\n", "    ", ""}, {"\n\r", "\n\n", "  ", ""}, {"\r\n\r\n", "\n\n", "  ", ""},
+        {"a\t\t\n\r b\nc", "a\t\t\n\n b\nc", "a     b c", "a b c"}, {"", "", "", ""}, {"x", "x", "x", "x"},
         {"\v\fx ", "\v\fx ", "\v\fx ", "\v\fx"},  // only TAB, LF, CR and space count
         // A NUL is an ordinary character, except that it ends Preserve's copy after a CR.
         {std::string(" \0 a\n", 5), std::string(" \0 a\n", 5), std::string(" \0 a ", 5), std::string("\0 a", 3)},
