@@ -140,7 +140,6 @@ TEST(AnyElementCol, AddIterateAndRestrictionMessages) {
     EXPECT_KV_THROW(element.SetNamespaceRestrictions("##other", "urn:a"), CKvInvalidNamespaceException,
                     "The namespace urn:a in the class e is invalid against restriction ##other");
     element.SetNamespaceRestrictions("##other", "urn:b");
-    EXPECT_EQ(element.GetNamespaceRestriction(), "##other");
 }
 
 TEST(AnyElement, TreesDeeperThanAnyStackAreCopiedReadWrittenClonedAndFreed) {

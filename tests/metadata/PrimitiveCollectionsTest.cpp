@@ -83,7 +83,6 @@ std::string Write(const CXmlTypeCollection& collection,
 }
 
 TEST(PrimitiveCollections, EveryMemberWritesAndReadsBackItsValues) {
-    ASSERT_EQ(Rows().size(), 25u);
     CInstanceMonitor::SetCounting(true);
     for (const Row& row : Rows()) {
         SCOPED_TRACE(row.className);

@@ -186,7 +186,6 @@ TEST(KvZipDecompress, OutputPastTheLimitIsTreatedAsNotCompressed) {
                  {0, plain}};
     for (const auto& c : cases) {
         CKvZip::SetMaxDecompressedSize(c.limit);
-        EXPECT_EQ(CKvZip::GetMaxDecompressedSize(), c.limit);
         EXPECT_EQ(Inflated(packed), c.expected) << c.limit;
     }
     CKvZip::SetMaxDecompressedSize(uint64_t{1} << 30);
