@@ -9,13 +9,8 @@ using namespace KvXmlLib10Data;
 
 namespace {
 
-struct ConstructionCase {
-    const char* name;
-    const char* namespaceUri;
-    const char* restriction;
-    const char* target;
-    const char* message;  // null: accepted
-};
+// A null message: accepted.
+struct ConstructionCase { const char *name, *namespaceUri, *restriction, *target, *message; };
 
 TEST(AnyElement, InitChecksEveryStringAndTheNamespace) {
     const ConstructionCase cases[] = {
@@ -163,12 +158,7 @@ TEST(AnyElement, TreesDeeperThanAnyStackAreCopiedReadWrittenClonedAndFreed) {
 
 enum Card { Mnd, Opt };
 enum Group { Seq, All, Choice };
-struct UntypedRow {
-    const char* name;
-    Group group;
-    Card card;
-    CElementInfo* (*make)(const char* name, const char* restriction);
-};
+struct UntypedRow { const char* name; Group group; Card card; CElementInfo* (*make)(const char*, const char*); };
 template <typename T>
 CElementInfo* MakeUntyped(const char* name, const char* restriction) {
     return new T(name, "urn:d", 1, restriction, "urn:a");

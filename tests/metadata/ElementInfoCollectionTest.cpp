@@ -35,12 +35,8 @@ CSmartPtr<CXmlObjectBase> MakeAnyItem(CXmlElement*) {
     return new CItem;
 }
 
-struct Row {
-    const char* name;
-    Group group;
-    bool objects;  // a CXmlCollection of CItem, else a Ci4Col
-    std::function<CElementInfo*()> make;
-};
+// `objects`: a CXmlCollection of CItem, else a Ci4Col.
+struct Row { const char* name; Group group; bool objects; std::function<CElementInfo*()> make; };
 
 template <typename T>
 Row ValueRow(const char* name, Group g) {

@@ -297,12 +297,7 @@ TEST(ElementInfoMemberValidate, OnlyAllGroupMandatoryMembersReportMissing) {
 }
 
 TEST(ElementInfoMemberRead, NilAttributeRules) {
-    struct Case {
-        const char* nilValue;
-        bool nillable;
-        const char* error;  // null: reads
-        bool expectNil;
-    };
+    struct Case { const char* nilValue; bool nillable; const char* error; bool expectNil; };  // a null error: reads
     const Case cases[] = {
         {"true", true, nullptr, true}, {"TRUE", true, nullptr, true}, {"1", true, nullptr, true},
         {"false", true, nullptr, false}, {"False", false, nullptr, false}, {"0", false, nullptr, false},
