@@ -157,7 +157,6 @@ TEST(AnyElement, TreesDeeperThanAnyStackAreCopiedReadWrittenClonedAndFreed) {
 // ---- untyped descriptors ----
 
 enum Card { Mnd, Opt };
-enum Group { Seq, All, Choice };
 struct UntypedRow { const char* name; Group group; Card card; CElementInfo* (*make)(const char*, const char*); };
 template <typename T>
 CElementInfo* MakeUntyped(const char* name, const char* restriction) {

@@ -9,22 +9,8 @@ using namespace KvXmlLib10Data;
 
 namespace {
 
-enum Group { Seq, All, Choice };
 
-// The item class of the class collections: an optional i4 "v".
-struct ItemSchema {
-    static constexpr const char* kElementName = "n";
-    static constexpr const char* kTargetNamespace = "";
-    static constexpr const char* kTypeNamespace = "";
-    static void Build(Metadata& meta) {
-        meta.classInfo = new CParentElementInfo(GroupType_Sequence, ElementType_Element, "Item", "", false, false, -1,
-                                                Invalid, nullptr, false);
-        meta.elements =
-            MakeArray<CElementInfo>({new CElementInfoSeqPrimOpt("v", "", 1, false, i4, nullptr, kCollapse, {})});
-        meta.attributes = MakeArray<CAttributeInfo>({});
-    }
-};
-using CItem = CTestClass<ItemSchema>;
+using CItem = CLeaf;  // the item class of the class collections
 
 CSmartPtr<CXmlObjectBase> MakeItem(int32_t, const char* name) {
     CItem* item = new CItem;

@@ -9,36 +9,9 @@ using namespace KvXmlLib10Data;
 
 namespace {
 
-enum Group { Seq, All, Choice };
 enum Kind { Prim, Enum, Cls, AbsCls };
 enum Card { Mnd, Opt };
 
-// The child class of the class rows: an optional i4 "v" and an optional attribute "x".
-struct LeafSchema {
-    static constexpr const char* kElementName = "n";
-    static constexpr const char* kTargetNamespace = "";
-    static constexpr const char* kTypeNamespace = "";
-    static void Build(Metadata& meta) {
-        meta.classInfo = new CParentElementInfo(GroupType_Sequence, ElementType_Element, "Leaf", "", false, false, -1,
-                                                Invalid, nullptr, false);
-        meta.elements =
-            MakeArray<CElementInfo>({new CElementInfoSeqPrimOpt("v", "", 1, false, i4, nullptr, kCollapse, {})});
-        meta.attributes = MakeArray<CAttributeInfo>(
-            {new CAttributeInfoPrimitive("x", "", 2, true, i4, nullptr, kCollapse, {}, nullptr)});
-    }
-};
-using CLeaf = CTestClass<LeafSchema>;
-
-// The same content as a pseudo element: "v" and "x" land on the parent's element.
-struct PseudoLeafSchema : LeafSchema {
-    static void Build(Metadata& meta) {
-        LeafSchema::Build(meta);
-        delete meta.classInfo;
-        meta.classInfo = new CParentElementInfo(GroupType_Sequence, ElementType_PseudoElement, "Leaf", "", false, false,
-                                                -1, Invalid, nullptr, false);
-    }
-};
-using CPseudoLeaf = CTestClass<PseudoLeafSchema>;
 
 template <typename T>
 CSmartPtr<CXmlObjectBase> MakeClass(int32_t, const char* name) {

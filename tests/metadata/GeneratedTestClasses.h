@@ -274,4 +274,27 @@ struct EmptySchema {
 };
 using CHolder = CTestClass<EmptySchema>;
 
+/// The descriptor tables' groups, for tables of descriptor rows.
+enum Group { Seq, All, Choice };
+
+/// A small child class: an optional i4 "v" (property 1) and an optional attribute "x" (property 2).
+template <KvXmlLib10Data::XmlElementType Type>
+struct LeafSchemaOf {
+    static constexpr const char* kElementName = "n";
+    static constexpr const char* kTargetNamespace = "";
+    static constexpr const char* kTypeNamespace = "";
+    static void Build(Metadata& meta) {
+        using namespace KvXmlLib10Data;
+        meta.classInfo = new CParentElementInfo(GroupType_Sequence, Type, "Leaf", "", false, false, -1,
+                                                KvXmlLib10::Invalid, nullptr, false);
+        meta.elements = MakeArray<CElementInfo>(
+            {new CElementInfoSeqPrimOpt("v", "", 1, false, KvXmlLib10::i4, nullptr, kCollapse, {})});
+        meta.attributes = MakeArray<CAttributeInfo>(
+            {new CAttributeInfoPrimitive("x", "", 2, true, KvXmlLib10::i4, nullptr, kCollapse, {}, nullptr)});
+    }
+};
+using CLeaf = CTestClass<LeafSchemaOf<KvXmlLib10Data::ElementType_Element>>;
+/// The same content as a pseudo element: "v" and "x" land on the parent's element.
+using CPseudoLeaf = CTestClass<LeafSchemaOf<KvXmlLib10Data::ElementType_PseudoElement>>;
+
 }  // namespace kvtest
