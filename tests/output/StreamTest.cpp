@@ -199,21 +199,6 @@ TEST(BinaryStreamConstruct, InitialBytesAreCopiedNotShared) {
     EXPECT_EQ(AsString(CBinaryStream("CSomeWriter", CBinaryData("q")).GetBinaryStream()), "q");
 }
 
-TEST(BinaryStreamConstruct, CountsInstancesUnderTheGivenClassName) {
-    CInstanceMonitor::SetCounting(true);
-    {
-        CBinaryStream plain;
-        CFileBinaryStream file("unused.xml", Encoding_UTF8);
-        CBinaryStream named("CBinaryStreamTestName");
-        EXPECT_EQ(CInstanceMonitor::GetLiveCount("CFileBinaryStream"), 1u);
-        EXPECT_EQ(CInstanceMonitor::GetLiveCount("CBinaryStreamTestName"), 1u);
-        EXPECT_GE(CInstanceMonitor::GetLiveCount("CBinaryStream"), 1u);
-    }
-    EXPECT_EQ(CInstanceMonitor::GetLiveCount("CFileBinaryStream"), 0u);
-    EXPECT_EQ(CInstanceMonitor::GetLiveCount("CBinaryStreamTestName"), 0u);
-    CInstanceMonitor::SetCounting(false);
-}
-
 TEST(FileBinaryStreamToFile, WritesByteOrderMarkOnlyForWideEncodings) {
     const struct {
         XmlEncoding encoding;

@@ -359,11 +359,16 @@ TEST(XmlTextWriterStream, DeepNestingWritesAndUnwinds) {
     EXPECT_TRUE(doc.Out() == expected) << "length " << doc.Out().size() << " vs " << expected.size();
 }
 
-TEST(XmlTextWriterLifecycle, OpenEmptiesTheStreamAndInstancesAreCountedByName) {
+TEST(XmlTextWriterLifecycle, OpenEmptiesTheStreamAndWritersAndStreamsAreCountedByClassName) {
     CInstanceMonitor::SetCounting(true);
     {
         CTextStream stream(std::string("stale"), Encoding_UTF8);
         CXmlTextWriter writer(stream);
+        CBinaryStream plain, named("CBinaryStreamTestName");
+        CFileBinaryStream file("unused.xml", Encoding_UTF8);
+        EXPECT_EQ(CInstanceMonitor::GetLiveCount("CFileBinaryStream"), 1u);
+        EXPECT_EQ(CInstanceMonitor::GetLiveCount("CBinaryStreamTestName"), 1u);
+        EXPECT_GE(CInstanceMonitor::GetLiveCount("CBinaryStream"), 1u);
         EXPECT_EQ(CInstanceMonitor::GetLiveCount("CXmlTextWriter"), 1u);
         EXPECT_EQ(CInstanceMonitor::GetLiveCount("CTextStream"), 1u);
         EXPECT_EQ(CInstanceMonitor::GetLiveCount("CStringBuffer"), 1u);
@@ -376,6 +381,8 @@ TEST(XmlTextWriterLifecycle, OpenEmptiesTheStreamAndInstancesAreCountedByName) {
     EXPECT_EQ(CInstanceMonitor::GetLiveCount("CXmlTextWriter"), 0u);
     EXPECT_EQ(CInstanceMonitor::GetLiveCount("CXmlWriterContext"), 0u);
     EXPECT_EQ(CInstanceMonitor::GetLiveCount("CTextStream"), 0u);
+    EXPECT_EQ(CInstanceMonitor::GetLiveCount("CFileBinaryStream"), 0u);
+    EXPECT_EQ(CInstanceMonitor::GetLiveCount("CBinaryStreamTestName"), 0u);
     CInstanceMonitor::SetCounting(false);
 }
 
