@@ -5,7 +5,7 @@
 using namespace KvXmlTest;
 using namespace KvXmlLib10;
 
-TEST(TextStreamText, AppendsAndReportsLengthAndEncoding) {
+TEST(TextStreamText, AppendsAndReportsLengthOpenEmptiesCloseAndFlushKeep) {
     CTextStream stream;
     EXPECT_EQ(stream.GetEncoding(), Encoding_None);
     stream.Append('<');
@@ -15,20 +15,15 @@ TEST(TextStreamText, AppendsAndReportsLengthAndEncoding) {
     EXPECT_EQ(stream.GetLength(), 8u);
     EXPECT_EQ(stream.GetText(), std::string("<abc\0dxy", 8));
 
-    CTextStream initial(std::string("start"), Encoding_Wide);
-    EXPECT_EQ(initial.GetText(), "start");
-}
-
-TEST(TextStreamLifecycle, OpenEmptiesCloseAndFlushKeep) {
-    CTextStream stream(std::string("old"), Encoding_UTF8);
-    stream.Flush();
-    stream.Close();
-    EXPECT_EQ(stream.GetText(), "old");
-    stream.Open();
-    EXPECT_EQ(stream.GetLength(), 0u);
-    stream.Append("new");
-    stream.Flush();
-    EXPECT_EQ(stream.GetText(), "new");
+    CTextStream initial(std::string("old"), Encoding_Wide);
+    initial.Flush();
+    initial.Close();
+    EXPECT_EQ(initial.GetText(), "old");
+    initial.Open();
+    EXPECT_EQ(initial.GetLength(), 0u);
+    initial.Append("new");
+    initial.Flush();
+    EXPECT_EQ(initial.GetText(), "new");
 }
 
 TEST(TextStreamEncoded, DeliversUtf8AndFourByteUnits) {
@@ -145,11 +140,17 @@ TEST(FileTextStreamWrite, MultibyteCharactersCutByFlushesStayWhole) {
     }
 }
 
-TEST(FileTextStreamErrors, UnwritablePathFailsOnOpenWithTheFileName) {
+TEST(FileTextStreamErrors, UnwritablePathFailsOnOpenWithTheFileNameAndNoEncodingRefusesToFlush) {
     CFileTextStream stream("/nonexistent-dir/x.xml", Encoding_UTF16);
     EXPECT_KV_THROW(stream.Open(), CKvException, "Failed to write data to the file [/nonexistent-dir/x.xml]");
     stream.Append("<a/>");
     EXPECT_KV_THROW(stream.Flush(), CKvException, "Failed to write data to the file");
+    TempFile file;
+    CFileTextStream noEncoding(file.Path(), Encoding_None);
+    noEncoding.Open();
+    noEncoding.Append("<a/>");
+    EXPECT_KV_THROW(noEncoding.Flush(), CKvException, kUnknownEncoding);
+    EXPECT_EQ(noEncoding.GetText(), "<a/>");  // nothing was consumed
 }
 
 TEST(FileTextStreamErrors, FullDeviceFailsOnFlushOrClose) {
@@ -166,15 +167,6 @@ TEST(FileTextStreamErrors, FullDeviceFailsOnFlushOrClose) {
     small.Append("<a/>");
     small.Flush();
     EXPECT_KV_THROW(small.Close(), CKvException, "Failed to write data to the file");
-}
-
-TEST(FileTextStreamErrors, NoEncodingRefusesToFlush) {
-    TempFile file;
-    CFileTextStream stream(file.Path(), Encoding_None);
-    stream.Open();
-    stream.Append("<a/>");
-    EXPECT_KV_THROW(stream.Flush(), CKvException, kUnknownEncoding);
-    EXPECT_EQ(stream.GetText(), "<a/>");  // nothing was consumed
 }
 
 TEST(BinaryStreamAppend, AllFormsAccumulateInOrder) {

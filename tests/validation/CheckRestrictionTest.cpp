@@ -151,14 +151,11 @@ TEST(CheckRestrictionString, LengthFacetsCountBytesInOrderBeforeThePattern) {
     EXPECT_REFUSED(H::CheckRestrictionForstring("s", "abc", Lengths(-1, 1, -1, "(")), "s [abc]");
 }
 
-TEST(CheckRestrictionString, PatternMatchesTheWholeValue) {
+TEST(CheckRestrictionString, PatternMatchesTheWholeValueAndOneThatDoesNotCompileWrapsTheRegexError) {
     const CPrimitiveRestrictions code = Lengths(-1, -1, -1, "[0-9]{3}-[A-Z]{2}");
     EXPECT_NO_THROW(H::CheckRestrictionForstring("code", "123-AB", code));
     EXPECT_REFUSED(H::CheckRestrictionForstring("code", "123-ABC", code), "code [123-ABC]");
     EXPECT_REFUSED(H::CheckRestrictionForstring("code", "x123-AB", code), "code [x123-AB]");
-}
-
-TEST(CheckRestrictionString, PatternThatDoesNotCompileWrapsTheRegexError) {
     EXPECT_KV_THROW(H::CheckRestrictionForstring("code", "abc", Lengths(-1, -1, -1, "(")), CKvException,
                     "Invalid Regular Expression: abc Error: 'missing closing parenthesis'\n"
                     "Invalid Value for code [abc]");

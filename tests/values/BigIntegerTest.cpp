@@ -46,7 +46,7 @@ TEST(BigIntegerParse, StripsSignsAndSpacesAndTakesTheIntegerPart) {
     }
 }
 
-TEST(BigIntegerConstruct, FromIntDoubleDecimalAndConstants) {
+TEST(BigIntegerConstruct, FromIntDoubleDecimalAndConstantsAndBackToIntWithinThirtyTwoBits) {
     const double nan = std::numeric_limits<double>::quiet_NaN(), inf = std::numeric_limits<double>::infinity();
     const std::pair<CBigInteger, std::string> cases[] = {
         {INT_MIN, "-2147483648"}, {INT_MAX, "2147483647"}, {CBigInteger(2147483648.0), "2147483648"},
@@ -60,9 +60,6 @@ TEST(BigIntegerConstruct, FromIntDoubleDecimalAndConstants) {
     };
     for (const auto& [value, printed] : cases) EXPECT_EQ(Str(value), printed);
     EXPECT_EQ(Str(CBigInteger(std::numeric_limits<double>::max())).size(), 309u);
-}
-
-TEST(BigIntegerConvert, IntWithinThirtyTwoBitsOnly) {
     EXPECT_EQ(static_cast<int>(CBigInteger("2147483647")), INT_MAX);
     EXPECT_EQ(static_cast<int>(CBigInteger("-2147483648")), INT_MIN);
     for (const char* big : {"2147483648", "-2147483649", "100000000000000000000000000000"})

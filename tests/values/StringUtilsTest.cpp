@@ -7,7 +7,7 @@ using namespace KvXmlLib10;
 using Rule = CWhitespaceUtils::WhitespaceRule;
 using W = CWhitespaceUtils;
 
-TEST(StringUtilsPadZero, PadsToWidthLikePrintf) {
+TEST(StringUtilsDigits, PadZeroPadsLikePrintfAndTrimmingKeepsTheFirstCharacter) {
     const struct {
         int value, width;
         const char* text;
@@ -15,9 +15,6 @@ TEST(StringUtilsPadZero, PadsToWidthLikePrintf) {
                  {-5, 3, "-05"},   {7, 0, "7"},    {-2147483647 - 1, 1, "-2147483648"}};
     for (const auto& c : cases) EXPECT_EQ(PadZero(c.value, static_cast<unsigned char>(c.width)), c.text);
     EXPECT_EQ(PadZero(1, 200).size(), 200u);
-}
-
-TEST(StringUtilsTrimTrainingZeros, KeepsTheFirstCharacter) {
     for (const auto& [text, trimmed] : {std::pair<const char*, const char*>{"120", "12"}, {"000", "0"},
                                         {"100500", "1005"}, {"5", "5"}, {"", ""}})
         EXPECT_EQ(TrimTrainingZeros(text), trimmed);
@@ -43,12 +40,7 @@ TEST(StringUtilsFindReplace, ReplacesEveryOccurrenceRescanningFromTheStart) {
     EXPECT_EQ(w, L"xeye");
 }
 
-TEST(WhitespaceUtilsIsWhiteSpace, ExactlyTabLineFeedCarriageReturnAndSpace) {
-    for (int c = -128; c < 128; ++c)
-        EXPECT_EQ(W::IsWhiteSpace(static_cast<char>(c)), c == 9 || c == 10 || c == 13 || c == 32) << c;
-}
-
-TEST(WhitespaceUtilsRules, PreserveReplaceAndCollapse) {
+TEST(WhitespaceUtilsRules, ExactlyTabLineFeedCarriageReturnAndSpacePreservedReplacedOrCollapsed) {
     const struct { std::string text, preserved, replaced, collapsed; } cases[] = {
         {"a\r\nb\rc", "a\nb\nc", "a b c", "a b c"}, {"\t a \r\n b  ", "\t a \n b  ", "  a   b  ", "a b"},
         {"\r\r\n\n\r", "\n\n\n\n", "    ", ""}, {"\n\r", "\n\n", "  ", ""}, {"\r\n\r\n", "\n\n", "  ", ""},
@@ -70,6 +62,8 @@ TEST(WhitespaceUtilsRules, PreserveReplaceAndCollapse) {
     }
     for (int32_t bad : {-1, 4, 1000})
         EXPECT_KV_THROW(W::ApplyRule(static_cast<Rule>(bad), "a"), CKvException, "Unknown WhitespaceRule");
+    for (int c = -128; c < 128; ++c)
+        EXPECT_EQ(W::IsWhiteSpace(static_cast<char>(c)), c == 9 || c == 10 || c == 13 || c == 32) << c;
 }
 
 TEST(WhitespaceUtilsPreserve, PointerAndLength) {
