@@ -46,7 +46,7 @@ TEST(ExpatReaderNamespaces, SchemaTypeTwoKeepsPrefixesAndDeclarations) {
     EXPECT_EQ(document.LookupNamespaceFromAlias("p"), "");
 }
 
-TEST(ExpatReaderText, KeepsOrStripsCDataDelimitersByContext) {
+TEST(ExpatReaderText, JoinsTextAroundReferencesDropsMarkupAndKeepsOrStripsCDataDelimiters) {
     CXmlDocument stripping;
     stripping.LoadXml("<a><![CDATA[x<y]]></a>");
     EXPECT_EQ(stripping.GetDocumentElement()->GetText(), "x<y");
@@ -55,9 +55,6 @@ TEST(ExpatReaderText, KeepsOrStripsCDataDelimitersByContext) {
     CXmlDocument keeping(keep);
     keeping.LoadXml("<a>1<![CDATA[x<y&z]]>2<![CDATA[]]></a>");
     EXPECT_EQ(keeping.GetDocumentElement()->GetText(), "1<![CDATA[x<y&z]]>2<![CDATA[]]>");
-}
-
-TEST(ExpatReaderText, JoinsTextAroundReferencesAndDropsMarkup) {
     CXmlDocument document;
     document.LoadXml(
         "<?xml version='1.0'?><!DOCTYPE a [<!ENTITY e 'ent'>]><!--c--><?pi x?>"

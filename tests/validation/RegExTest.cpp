@@ -35,14 +35,7 @@ TEST(RegExTranslation, RewritesEachEscapeAndAnchors) {
     for (const auto& c : cases) EXPECT_EQ(detail::TranslatePattern(c.first), c.second) << c.first;
 }
 
-TEST(RegExEscapes, NameStartAndNameCharacters) {
-    ExpectMatches("\\i\\c*", {"a1:b", "a:b-c.d", "_x", ":"}, {"1a", "-a", "a b", ""});
-    ExpectMatches("\\I", {"7", "-"}, {"a"});
-    ExpectMatches("\\C", {" ", "/"}, {".", ":", "z"});
-    ExpectMatches("\\c+", {"-.:_9"}, {});
-}
-
-TEST(RegExEscapes, LatinBlocks) {
+TEST(RegExEscapes, NameCharactersAndLatinBlocks) {
     ScopedAsciiOnly raw;
     ExpectMatches("\\p{IsBasicLatin}+", {"abc", "\x7F"}, {"ab" + kEAcute});
     ExpectMatches("\\p{IsLatin-1Supplement}", {kEAcute}, {"a"});
@@ -50,6 +43,10 @@ TEST(RegExEscapes, LatinBlocks) {
     // The rewritten range of Latin Extended-B reads as \600 to 'I' followed by '7'.
     EXPECT_KV_THROW(TestRegEx("\\p{IsLatinExtended-B}", "x"), CKvException,
                     "Invalid Regular Expression: x Error: 'range out of order in character class'");
+    ExpectMatches("\\i\\c*", {"a1:b", "a:b-c.d", "_x", ":"}, {"1a", "-a", "a b", ""});
+    ExpectMatches("\\I", {"7", "-"}, {"a"});
+    ExpectMatches("\\C", {" ", "/"}, {".", ":", "z"});
+    ExpectMatches("\\c+", {"-.:_9"}, {});
 }
 
 TEST(RegExEscapes, EscapedBackslashIsNotAnEscapeLead) {
@@ -79,14 +76,7 @@ TEST(RegExAnchoring, WholeValueOnly) {
     ExpectMatches("(a|ab)", {"ab"}, {});
 }
 
-TEST(RegExValue, ValueAndPatternEndAtFirstNul) {
-    EXPECT_TRUE(TestRegEx("abc", std::string("abc\0def", 7)));
-    EXPECT_FALSE(TestRegEx("abc\\x00def", std::string("abc\0def", 7)));
-    EXPECT_TRUE(TestRegEx("a*", std::string("\0a", 2)));
-    EXPECT_TRUE(TestRegEx(std::string("ab\0(", 4), "ab"));
-}
-
-TEST(RegExValue, Utf8CharactersCountAsOneAndMalformedUtf8IsNoMatch) {
+TEST(RegExValue, Utf8CharactersCountAsOneMalformedUtf8IsNoMatchAndANulEndsTheText) {
     ScopedAsciiOnly raw;
     ExpectMatches(".", {kEAcute, kEuro, kGrinning}, {});
     ExpectMatches("..", {}, {kEAcute});
@@ -95,6 +85,10 @@ TEST(RegExValue, Utf8CharactersCountAsOneAndMalformedUtf8IsNoMatch) {
     ExpectMatches(".{3}", {kEAcute + kEuro + kGrinning}, {});
     ExpectMatches(".*", {}, {"\xC3", "a\xFF", "\x80", "\xED\xA0\x80"});  // the last a surrogate
     ExpectMatches("[\\000-\\377]*", {}, {"\xC0\xAF"});                   // overlong '/'
+    EXPECT_TRUE(TestRegEx("abc", std::string("abc\0def", 7)));
+    EXPECT_FALSE(TestRegEx("abc\\x00def", std::string("abc\0def", 7)));
+    EXPECT_TRUE(TestRegEx("a*", std::string("\0a", 2)));
+    EXPECT_TRUE(TestRegEx(std::string("ab\0(", 4), "ab"));
 }
 
 TEST(RegExValue, ConvertsFromTheLocalCodePage) {

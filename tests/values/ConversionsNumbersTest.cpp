@@ -22,7 +22,7 @@ constexpr double kInf = std::numeric_limits<double>::infinity();
 
 }  // namespace
 
-TEST(ConversionsIntegerParse, FollowsTheThirtyTwoBitLongConversions) {
+TEST(ConversionsInteger, ParsesLikeTheThirtyTwoBitLongConversionsAndPrintsTheFullRangeInBaseTen) {
     const struct { Parser parse; Rule rule; std::vector<std::pair<std::string, const char*>> cases; } groups[] = {
         // strtol skips leading whitespace itself; a NUL ends the text.
         {AsText<C::i4FromString>, Rule::None,
@@ -44,6 +44,13 @@ TEST(ConversionsIntegerParse, FollowsTheThirtyTwoBitLongConversions) {
     };
     for (const auto& g : groups)
         for (const auto& [text, value] : g.cases) EXPECT_EQ(g.parse(text, g.rule), value) << "[" << text << "]";
+    // KvVariant's text table prints the other integer types.
+    EXPECT_EQ(C::i1ToString(std::numeric_limits<int8_t>::min()), "-128");
+    EXPECT_EQ(C::i1ToString(127), "127");
+    EXPECT_EQ(C::i2ToString(std::numeric_limits<int16_t>::min()), "-32768");
+    EXPECT_EQ(C::i4ToString(std::numeric_limits<int32_t>::min()), "-2147483648");
+    EXPECT_EQ(C::i8ToString(std::numeric_limits<int64_t>::max()), "9223372036854775807");
+    EXPECT_EQ(C::ui4ToString(0), "0");
 }
 
 TEST(ConversionsIntegerParse, ReportsRangeBeforeSyntaxQuotingTheRuleResult) {
@@ -82,16 +89,6 @@ TEST(ConversionsIntegerParse, ReportsRangeBeforeSyntaxQuotingTheRuleResult) {
             EXPECT_KV_THROW(g.parse(text, Rule::None), CKvInvalidValueException,
                             "The value [" + text + "] can not be converted to a " + g.type);
     }
-}
-
-// KvVariant's text table prints the other integer types.
-TEST(ConversionsIntegerToString, PrintsFullRangeInBaseTen) {
-    EXPECT_EQ(C::i1ToString(std::numeric_limits<int8_t>::min()), "-128");
-    EXPECT_EQ(C::i1ToString(127), "127");
-    EXPECT_EQ(C::i2ToString(std::numeric_limits<int16_t>::min()), "-32768");
-    EXPECT_EQ(C::i4ToString(std::numeric_limits<int32_t>::min()), "-2147483648");
-    EXPECT_EQ(C::i8ToString(std::numeric_limits<int64_t>::max()), "9223372036854775807");
-    EXPECT_EQ(C::ui4ToString(0), "0");
 }
 
 TEST(ConversionsFloatParse, NamedValuesStrtodFormsAndOverflowWithoutError) {

@@ -106,17 +106,6 @@ TEST(DateTimeParse, RejectsBadTextWithTheMessages) {
                         "Invalid XSD Time [" + std::string(text) + "] expected hh:mm:ss[.ff]");
 }
 
-TEST(DateTimeParse, FailedParseLeavesTheValueCleared) {
-    CDateTime value("2004-01-01T12:00:00Z");
-    EXPECT_KV_THROW(value.ParseXSDDate("2004-02-30"), CKvInvalidValueException,
-                    "Invalid Day [30] (1 <= day <= days in month");
-    EXPECT_EQ(value.GetType(), CDateTime::dt_none);
-    EXPECT_FALSE(value.IsUTC());
-    value = Parsed(kDate, "2004-01-01");
-    EXPECT_KV_THROW(value.ParseXSDTime(nullptr), CKvInvalidValueException, "Invalid Time (Null String)");
-    EXPECT_EQ(value.GetType(), CDateTime::dt_none);
-}
-
 TEST(DateTimeValidate, SettersRejectFieldsTheTypeCannotHold) {
     CDateTime value;
     EXPECT_KV_THROW(value.Validate(), CKvInvalidValueException, "Invalid Year Zero");
@@ -150,7 +139,7 @@ TEST(DateTimeValidate, SettersRejectFieldsTheTypeCannotHold) {
                     "Invalid Milli-Second [1] for type date");
 }
 
-TEST(DateTimeValidate, FailedSettersKeepTheValueAndConstructorsClear) {
+TEST(DateTimeValidate, FailedParsesClearTheValueFailedSettersKeepItAndConstructorsClear) {
     CDateTime value(2004, 1, 31);
     EXPECT_KV_THROW(value.SetMonth(2), CKvInvalidValueException, "Invalid Day [31] (1 <= day <= days in month");
     EXPECT_EQ(value.ToString(), "2004-01-31");
@@ -169,6 +158,14 @@ TEST(DateTimeValidate, FailedSettersKeepTheValueAndConstructorsClear) {
     time.SetTime(7, 8, 9);
     time.SetFracTime(10, 0, 0);
     EXPECT_EQ(time.ToString(), "07:08:09.01");
+    CDateTime parsed("2004-01-01T12:00:00Z");
+    EXPECT_KV_THROW(parsed.ParseXSDDate("2004-02-30"), CKvInvalidValueException,
+                    "Invalid Day [30] (1 <= day <= days in month");
+    EXPECT_EQ(parsed.GetType(), CDateTime::dt_none);
+    EXPECT_FALSE(parsed.IsUTC());
+    parsed = Parsed(kDate, "2004-01-01");
+    EXPECT_KV_THROW(parsed.ParseXSDTime(nullptr), CKvInvalidValueException, "Invalid Time (Null String)");
+    EXPECT_EQ(parsed.GetType(), CDateTime::dt_none);
 }
 
 TEST(DateTimeType, NamesAndGettersThatRefuseMissingFields) {

@@ -20,14 +20,7 @@ TEST(StringUtilsDigits, PadZeroPadsLikePrintfAndTrimmingKeepsTheFirstCharacter) 
         EXPECT_EQ(TrimTrainingZeros(text), trimmed);
 }
 
-TEST(StringUtilsStrupr, UpperCasesInPlaceAndPassesNullThrough) {
-    char text[] = "abc-Xyz_09\xe9";
-    EXPECT_EQ(strupr(text), text);
-    EXPECT_STREQ(text, "ABC-XYZ_09\xe9");
-    EXPECT_EQ(strupr(nullptr), nullptr);
-}
-
-TEST(StringUtilsFindReplace, ReplacesEveryOccurrenceRescanningFromTheStart) {
+TEST(StringUtilsText, FindReplaceRescansFromTheStartAndStruprUpperCasesInPlace) {
     // After "aab" -> "ab" the search restarts at 0 and finds the new "ab".
     for (auto [s, find, with, result] : {std::array<std::string, 4>{"a-b-c", "-", "+", "a+b+c"},
                                          {"aab", "ab", "b", "b"}, {"&amp;", "&amp;", "&", "&"},
@@ -38,6 +31,10 @@ TEST(StringUtilsFindReplace, ReplacesEveryOccurrenceRescanningFromTheStart) {
     std::wstring w = L"x\u00e9y\u00e9";
     FindReplace(w, L"\u00e9", L"e");
     EXPECT_EQ(w, L"xeye");
+    char text[] = "abc-Xyz_09\xe9";
+    EXPECT_EQ(strupr(text), text);
+    EXPECT_STREQ(text, "ABC-XYZ_09\xe9");
+    EXPECT_EQ(strupr(nullptr), nullptr);
 }
 
 TEST(WhitespaceUtilsRules, ExactlyTabLineFeedCarriageReturnAndSpacePreservedReplacedOrCollapsed) {
@@ -64,9 +61,6 @@ TEST(WhitespaceUtilsRules, ExactlyTabLineFeedCarriageReturnAndSpacePreservedRepl
         EXPECT_KV_THROW(W::ApplyRule(static_cast<Rule>(bad), "a"), CKvException, "Unknown WhitespaceRule");
     for (int c = -128; c < 128; ++c)
         EXPECT_EQ(W::IsWhiteSpace(static_cast<char>(c)), c == 9 || c == 10 || c == 13 || c == 32) << c;
-}
-
-TEST(WhitespaceUtilsPreserve, PointerAndLength) {
     const char text[] = "x\r\ny\rz";
     EXPECT_EQ(W::Preserve(text, 6), "x\ny\nz");
     EXPECT_EQ(W::Preserve(text, 2), "x\n");  // the CR LF pair is cut at the CR
@@ -74,3 +68,4 @@ TEST(WhitespaceUtilsPreserve, PointerAndLength) {
     EXPECT_EQ(W::Preserve(text, -3), "");
     EXPECT_EQ(W::Preserve(nullptr, 4), "");
 }
+
