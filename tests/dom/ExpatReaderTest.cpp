@@ -1,15 +1,8 @@
 // ExpatReaderTest.cpp - XML text reading: namespaces, CDATA, text, local code page and parse errors.
-#include <gtest/gtest.h>
+#include "support/Fixtures.h"
 
-#include <string>
-
-#include "dom/DomTestSupport.h"
-#include "kvxml/core/SerializationContext.h"
-#include "kvxml/dom/XmlDocument.h"
-#include "support/KvTestSupport.h"
-
-using namespace KvXmlLib10;
 using namespace KvXmlTest;
+using namespace KvXmlLib10;
 
 TEST(ExpatReaderNamespaces, SplitsNamesAndRecordsPrefixesDocumentWide) {
     CXmlDocument document;
@@ -53,7 +46,7 @@ TEST(ExpatReaderNamespaces, SchemaTypeTwoKeepsPrefixesAndDeclarations) {
     EXPECT_EQ(document.LookupNamespaceFromAlias("p"), "");
 }
 
-TEST(ExpatReaderText, KeepsOrStripsCDataDelimitersByContext) {
+TEST(ExpatReaderText, JoinsTextAroundReferencesDropsMarkupAndKeepsOrStripsCDataDelimiters) {
     CXmlDocument stripping;
     stripping.LoadXml("<a><![CDATA[x<y]]></a>");
     EXPECT_EQ(stripping.GetDocumentElement()->GetText(), "x<y");
@@ -62,9 +55,6 @@ TEST(ExpatReaderText, KeepsOrStripsCDataDelimitersByContext) {
     CXmlDocument keeping(keep);
     keeping.LoadXml("<a>1<![CDATA[x<y&z]]>2<![CDATA[]]></a>");
     EXPECT_EQ(keeping.GetDocumentElement()->GetText(), "1<![CDATA[x<y&z]]>2<![CDATA[]]>");
-}
-
-TEST(ExpatReaderText, JoinsTextAroundReferencesAndDropsMarkup) {
     CXmlDocument document;
     document.LoadXml(
         "<?xml version='1.0'?><!DOCTYPE a [<!ENTITY e 'ent'>]><!--c--><?pi x?>"
@@ -120,15 +110,12 @@ TEST(ExpatReaderText, KeepsLongMultibyteTextAcrossInputPieces) {
 TEST(ExpatReaderErrors, ReportsTheParserMessageAndLine) {
     // The texts are the parser's own; the frame and the line number are ours.
     const char* const cases[][2] = {
-        {"<a></b>", "mismatched tag at line 1"},
-        {"<a>\n<b>\n</a>", "mismatched tag at line 3"},
-        {"<a>", "no element found at line 1"},
-        {"<a/><b/>", "junk after document element at line 1"},
+        {"<a></b>", "mismatched tag at line 1"}, {"<a>\n<b>\n</a>", "mismatched tag at line 3"},
+        {"<a>", "no element found at line 1"}, {"<a/><b/>", "junk after document element at line 1"},
         {"<a>\xFF</a>", "not well-formed (invalid token) at line 1"},
         {"<a>\xC3</a>", "not well-formed (invalid token) at line 1"},
         {"<a>\xED\xA0\x80</a>", "not well-formed (invalid token) at line 1"},
-        {"<a>&#0;</a>", "reference to invalid character number at line 1"},
-        {"<p:a/>", "unbound prefix at line 1"},
+        {"<a>&#0;</a>", "reference to invalid character number at line 1"}, {"<p:a/>", "unbound prefix at line 1"},
         {"<a xmlns:p='u' xmlns:q='u' p:x='1' q:x='2'/>", "duplicate attribute at line 1"},
     };
     CXmlDocument document;

@@ -1,24 +1,14 @@
 // HostileInputTest.cpp - documents built to crash, hang or exhaust the loader are refused with a clear message.
-#include <gtest/gtest.h>
-
+#include <chrono>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
-
-#include <atomic>
-#include <chrono>
-#include <functional>
-#include <string>
 #include <thread>
 
-#include "dom/DomTestSupport.h"
-#include "kvxml/dom/XmlDocument.h"
-#include "kvxml/output/KvZip.h"
 #include "support/EntityChain.h"
-#include "support/KvTestSupport.h"
+#include "support/Fixtures.h"
 
-using namespace KvXmlLib10;
 using namespace KvXmlTest;
+using namespace KvXmlLib10;
 
 namespace {
 
@@ -39,13 +29,8 @@ const std::pair<const char*, Loader> kLoaders[] = {
 };
 
 std::string Gzip(const std::string& text) {
-    uint32_t length = static_cast<uint32_t>(text.size());
-    unsigned char* data = new unsigned char[length];
-    std::copy(text.begin(), text.end(), data);
-    CKvZip::Compress(&data, &length, Compression_GZip);
-    std::string packed(reinterpret_cast<const char*>(data), length);
-    delete[] data;
-    return packed;
+    const Bytes packed = Compressed(ToBytes(text), Compression_GZip);
+    return std::string(packed.begin(), packed.end());
 }
 
 struct ScopedInflateLimit {

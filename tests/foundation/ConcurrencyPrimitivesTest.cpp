@@ -1,11 +1,7 @@
 // Tests for the lock wrapper and the instance counter.
-#include <gtest/gtest.h>
-
 #include <thread>
-#include <vector>
 
-#include "kvxml/foundation/CriticalSection.h"
-#include "kvxml/foundation/InstanceMonitor.h"
+#include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
 

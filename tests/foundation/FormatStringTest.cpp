@@ -1,11 +1,5 @@
 // Tests for FormatString/FormatV: vsnprintf's text, never cut, no "%n" stores.
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <cstdio>
-#include <string>
-
-#include "kvxml/foundation/FormatString.h"
+#include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
 
@@ -49,14 +43,12 @@ TEST(FormatString, I64PrefixTakesA64BitArgument) {
     EXPECT_EQ(FormatString("%I64X", static_cast<uint64_t>(0xABCDEF0123ULL)), "ABCDEF0123");
 }
 
-TEST(FormatString, PercentNPrintsItsArgumentInsteadOfStoring) {
+TEST(FormatString, PercentNPrintsItsArgumentAndANullStringPrintsLikeTheC_Library) {
     EXPECT_EQ(FormatString("Error [%n]", 13), "Error [13]");
     EXPECT_EQ(FormatString("%s [%n] at %d", "x", -2, 7), "x [-2] at 7");
-}
-
-TEST(FormatString, NullStringPrintsLikeTheC_Library) {
     // glibc's vsnprintf prints a null string as "(null)".
     const char* nothing = nullptr;
     EXPECT_EQ(FormatString("[%s]", nothing), "[(null)]");
     EXPECT_EQ(FormatString("[%.3s]", nothing), "[]");
 }
+

@@ -1,6 +1,4 @@
 // AttributeInfoTest.cpp - attribute descriptors: writing with defaults and facets, matching, reading, validation.
-#include <gtest/gtest.h>
-
 #include "metadata/GeneratedTestClasses.h"
 #include "support/KvTestSupport.h"
 
@@ -35,12 +33,7 @@ TEST(AttributeInfoWrite, WritesTextFormatAndTypeOrNothingWhenUnsetOptional) {
 }
 
 TEST(AttributeInfoWrite, DefaultIsLeftOutOnlyWhenAskedAndTheTextMatchesExactly) {
-    struct Case {
-        bool optional;
-        const char* defaultValue;
-        int32_t value;
-        bool noDefaults, written;
-    };
+    struct Case { bool optional; const char* defaultValue; int32_t value; bool noDefaults, written; };
     const Case cases[] = {
         {true, "1", 1, false, true},     // option off: always written
         {true, "1", 1, true, false},     // same text: left out

@@ -1,13 +1,5 @@
 // ElementInfoCollectionTest.cpp - the collection element descriptors as one table of (group, kind): where the
 // occurrence bounds are checked on writing and reading.
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
-
-#include "kvxml/core/XmlCollection.h"
 #include "metadata/GeneratedTestClasses.h"
 #include "support/KvTestSupport.h"
 
@@ -17,22 +9,8 @@ using namespace KvXmlLib10Data;
 
 namespace {
 
-enum Group { Seq, All, Choice };
 
-// The item class of the class collections: an optional i4 "v".
-struct ItemSchema {
-    static constexpr const char* kElementName = "n";
-    static constexpr const char* kTargetNamespace = "";
-    static constexpr const char* kTypeNamespace = "";
-    static void Build(Metadata& meta) {
-        meta.classInfo = new CParentElementInfo(GroupType_Sequence, ElementType_Element, "Item", "", false, false, -1,
-                                                Invalid, nullptr, false);
-        meta.elements =
-            MakeArray<CElementInfo>({new CElementInfoSeqPrimOpt("v", "", 1, false, i4, nullptr, kCollapse, {})});
-        meta.attributes = MakeArray<CAttributeInfo>({});
-    }
-};
-using CItem = CTestClass<ItemSchema>;
+using CItem = CLeaf;  // the item class of the class collections
 
 CSmartPtr<CXmlObjectBase> MakeItem(int32_t, const char* name) {
     CItem* item = new CItem;
@@ -43,12 +21,8 @@ CSmartPtr<CXmlObjectBase> MakeAnyItem(CXmlElement*) {
     return new CItem;
 }
 
-struct Row {
-    const char* name;
-    Group group;
-    bool objects;  // a CXmlCollection of CItem, else a Ci4Col
-    std::function<CElementInfo*()> make;
-};
+// `objects`: a CXmlCollection of CItem, else a Ci4Col.
+struct Row { const char* name; Group group; bool objects; std::function<CElementInfo*()> make; };
 
 template <typename T>
 Row ValueRow(const char* name, Group g) {
@@ -63,13 +37,10 @@ const std::vector<Row>& Rows() {
     static const std::vector<Row> rows = {
         ValueRow<CElementInfoSeqPrimCol>("SeqPrimCol", Seq),
         ValueRow<CElementInfoChoicePrimCol>("ChoicePrimCol", Choice),
-        ValueRow<CElementInfoAllPrimCol>("AllPrimCol", All),
-        ValueRow<CElementInfoSeqEnumCol>("SeqEnumCol", Seq),
+        ValueRow<CElementInfoAllPrimCol>("AllPrimCol", All), ValueRow<CElementInfoSeqEnumCol>("SeqEnumCol", Seq),
         ValueRow<CElementInfoChoiceEnumCol>("ChoiceEnumCol", Choice),
-        ObjectRow<CElementInfoSeqClsCol>("SeqClsCol", Seq),
-        ObjectRow<CElementInfoChoiceClsCol>("ChoiceClsCol", Choice),
-        ObjectRow<CElementInfoAllClsCol>("AllClsCol", All),
-        ObjectRow<CElementInfoSeqAbsClsCol>("SeqAbsClsCol", Seq),
+        ObjectRow<CElementInfoSeqClsCol>("SeqClsCol", Seq), ObjectRow<CElementInfoChoiceClsCol>("ChoiceClsCol", Choice),
+        ObjectRow<CElementInfoAllClsCol>("AllClsCol", All), ObjectRow<CElementInfoSeqAbsClsCol>("SeqAbsClsCol", Seq),
         ObjectRow<CElementInfoChoiceAbsClsCol>("ChoiceAbsClsCol", Choice),
         ObjectRow<CElementInfoAllAbsClsCol>("AllAbsClsCol", All),
     };

@@ -6,26 +6,9 @@
 // the process lock, as generated code does.
 #pragma once
 
-#include <atomic>
-#include <cstdint>
-#include <initializer_list>
 #include <map>
-#include <string>
 
-#include "kvxml/core/SerializationContext.h"
-#include "kvxml/core/XmlGeneratedClass.h"
-#include "kvxml/dom/XmlDocument.h"
-#include "kvxml/dom/XmlElement.h"
-#include "kvxml/metadata/AttributeInfo.h"
-#include "kvxml/metadata/ElementInfo.h"
-#include "kvxml/metadata/ElementInfoCollection.h"
-#include "kvxml/metadata/ElementInfoEnumeration.h"
-#include "kvxml/metadata/ElementInfoPrimitive.h"
-#include "kvxml/metadata/ParentElementInfo.h"
-#include "kvxml/metadata/PrimitiveCollections.h"
-#include "kvxml/output/TextStream.h"
-#include "kvxml/output/XmlTextWriter.h"
-#include "kvxml/values/Variant.h"
+#include "support/KvTestSupport.h"
 
 namespace kvtest {
 
@@ -129,7 +112,6 @@ public:
         auto found = m_values.find(id);
         return found == m_values.end() ? KvVariant() : found->second;
     }
-    int32_t ResetCount() const { return m_resetCount; }
 
     /// The descriptors, built on first use under m_csInit.
     static const Metadata& Meta() {
@@ -138,15 +120,12 @@ public:
             m_csInit.Enter();
             if (!holder.built.load(std::memory_order_relaxed)) {
                 Schema::Build(holder.meta);
-                ++holder.buildCount;
                 holder.built.store(true, std::memory_order_release);
             }
             m_csInit.Leave();
         }
         return holder.meta;
     }
-    /// How often Schema::Build ran (once, however many threads raced).
-    static int32_t BuildCount() { return Storage().buildCount; }
 
 protected:
     void AccessProperty(int32_t id, bool read, KvVariant& value) override {
@@ -168,14 +147,12 @@ protected:
                 it = m_values.erase(it);
             }
         }
-        ++m_resetCount;
     }
 
 private:
     struct Holder {
         Metadata meta;
         std::atomic<bool> built{false};
-        int32_t buildCount = 0;
         ~Holder() { CXmlGeneratedClass::CleanMetaData(meta.classInfo, meta.elements, meta.attributes); }
     };
     static Holder& Storage() {
@@ -184,7 +161,6 @@ private:
     }
 
     std::map<int32_t, KvVariant> m_values;
-    int32_t m_resetCount = 0;
 };
 
 /// A generated-style class that may be nil.
@@ -297,5 +273,28 @@ struct EmptySchema {
     }
 };
 using CHolder = CTestClass<EmptySchema>;
+
+/// The descriptor tables' groups, for tables of descriptor rows.
+enum Group { Seq, All, Choice };
+
+/// A small child class: an optional i4 "v" (property 1) and an optional attribute "x" (property 2).
+template <KvXmlLib10Data::XmlElementType Type>
+struct LeafSchemaOf {
+    static constexpr const char* kElementName = "n";
+    static constexpr const char* kTargetNamespace = "";
+    static constexpr const char* kTypeNamespace = "";
+    static void Build(Metadata& meta) {
+        using namespace KvXmlLib10Data;
+        meta.classInfo = new CParentElementInfo(GroupType_Sequence, Type, "Leaf", "", false, false, -1,
+                                                KvXmlLib10::Invalid, nullptr, false);
+        meta.elements = MakeArray<CElementInfo>(
+            {new CElementInfoSeqPrimOpt("v", "", 1, false, KvXmlLib10::i4, nullptr, kCollapse, {})});
+        meta.attributes = MakeArray<CAttributeInfo>(
+            {new CAttributeInfoPrimitive("x", "", 2, true, KvXmlLib10::i4, nullptr, kCollapse, {}, nullptr)});
+    }
+};
+using CLeaf = CTestClass<LeafSchemaOf<KvXmlLib10Data::ElementType_Element>>;
+/// The same content as a pseudo element: "v" and "x" land on the parent's element.
+using CPseudoLeaf = CTestClass<LeafSchemaOf<KvXmlLib10Data::ElementType_PseudoElement>>;
 
 }  // namespace kvtest

@@ -1,13 +1,4 @@
 // Tests for the typed value collections: one table row per member, one test per behaviour.
-#include "kvxml/metadata/PrimitiveCollections.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
-
-#include "kvxml/core/SmartPtr.h"
-#include "kvxml/values/Conversions.h"
 #include "metadata/GeneratedTestClasses.h"
 #include "support/KvTestSupport.h"
 
@@ -62,21 +53,16 @@ const std::vector<Row>& Rows() {
     static const std::vector<Row> rows = {
         R<ChexBinaryCol>("ChexBinaryCol", hexBinary, "0aff", "0AFF", true),
         R<Cbase64BinaryCol>("Cbase64BinaryCol", base64Binary, "AQID", "AQID", true),
-        R<Ci1Col>("Ci1Col", i1, " -5 ", "-5"),
-        R<Ci2Col>("Ci2Col", i2, "300", "300"),
-        R<Ci4Col>("Ci4Col", i4, "70000", "70000"),
-        R<Ci8Col>("Ci8Col", i8, "5000000000", "5000000000"),
-        R<Cui1Col>("Cui1Col", ui1, "200", "200"),
-        R<Cui2Col>("Cui2Col", ui2, "60000", "60000"),
+        R<Ci1Col>("Ci1Col", i1, " -5 ", "-5"), R<Ci2Col>("Ci2Col", i2, "300", "300"),
+        R<Ci4Col>("Ci4Col", i4, "70000", "70000"), R<Ci8Col>("Ci8Col", i8, "5000000000", "5000000000"),
+        R<Cui1Col>("Cui1Col", ui1, "200", "200"), R<Cui2Col>("Cui2Col", ui2, "60000", "60000"),
         R<Cui4Col>("Cui4Col", ui4, "4000000000", "4000000000"),
         R<Cui8Col>("Cui8Col", ui8, "18000000000000000000", "18000000000000000000"),
-        R<Cr4Col>("Cr4Col", r4, "1.5", "1.5"),
-        R<Cr8Col>("Cr8Col", r8, "2.25", "2.25"),
+        R<Cr4Col>("Cr4Col", r4, "1.5", "1.5"), R<Cr8Col>("Cr8Col", r8, "2.25", "2.25"),
         R<CdurationCol>("CdurationCol", duration, "P1DT2H", "P1DT2H"),
         R<CyearMonthCol>("CyearMonthCol", yearMonth, "2001-05", "2001-05", false, true),
         R<CmonthDayCol>("CmonthDayCol", monthDay, "--05-06", "--05-06", false, true),
-        R<CyearCol>("CyearCol", year, "2001", "2001"),
-        R<CmonthCol>("CmonthCol", month, "--05", "--05"),
+        R<CyearCol>("CyearCol", year, "2001", "2001"), R<CmonthCol>("CmonthCol", month, "--05", "--05"),
         R<CdayCol>("CdayCol", day, "---06", "---06"),
         R<CdateCol>("CdateCol", date, "2001-05-06", "2001-05-06", false, true),
         R<CdatetimeCol>("CdatetimeCol", datetime, "2001-05-06T07:08:09Z", "2001-05-06T07:08:09Z", false, true),
@@ -97,7 +83,6 @@ std::string Write(const CXmlTypeCollection& collection,
 }
 
 TEST(PrimitiveCollections, EveryMemberWritesAndReadsBackItsValues) {
-    ASSERT_EQ(Rows().size(), 25u);
     CInstanceMonitor::SetCounting(true);
     for (const Row& row : Rows()) {
         SCOPED_TRACE(row.className);

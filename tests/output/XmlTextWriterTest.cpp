@@ -1,17 +1,8 @@
 // XmlTextWriterTest.cpp - the exact text the XML text writer produces.
-#include "kvxml/output/XmlTextWriter.h"
-
-#include <gtest/gtest.h>
-
-#include <atomic>
 #include <cstdlib>
-#include <new>
 #include <initializer_list>
-#include <string>
-#include <utility>
+#include <new>
 
-#include "kvxml/foundation/InstanceMonitor.h"
-#include "kvxml/foundation/KvException.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
@@ -85,19 +76,18 @@ public:
 
 }  // namespace
 
-TEST(XmlTextWriterLayout, WorkedExampleFormattedAndFlat) {
+TEST(XmlTextWriterLayout, FormattingIndentsWithTabsAndEndsLinesByTheChosenType) {
     const std::string declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
     Doc formatted(true, Encoding_UTF8), flat(false, Encoding_UTF8), crlf(true, Encoding_UTF8);
     crlf.writer.SetEOLType(EOL_CRLF);
-    EXPECT_EQ(crlf.writer.GetEOLType(), EOL_CRLF);
     for (Doc* doc : {&formatted, &flat, &crlf}) {
         doc->writer.WriteStartDocument();
-        doc->Start("a").Start("b").Text("x").End().Start("c").End().End();
-        doc->writer.Close();
+        doc->Start("a").Start("b").Attr("k", "", "v").Start("c").Text("x").End().Start("d").Text("").End().End();
+        doc->End().writer.Close();  // empty text leaves d empty
     }
-    EXPECT_EQ(formatted.Out(), declaration + "\n<a>\n\t<b>x</b>\n\t<c/>\n</a>\n");
-    EXPECT_EQ(flat.Out(), declaration + "\n<a><b>x</b><c/></a>");
-    EXPECT_EQ(crlf.Out(), declaration + "\r\n<a>\r\n\t<b>x</b>\r\n\t<c/>\r\n</a>\r\n");
+    EXPECT_EQ(formatted.Out(), declaration + "\n<a>\n\t<b k=\"v\">\n\t\t<c>x</c>\n\t\t<d/>\n\t</b>\n</a>\n");
+    EXPECT_EQ(flat.Out(), declaration + "\n<a><b k=\"v\"><c>x</c><d/></b></a>");
+    EXPECT_EQ(crlf.Out(), declaration + "\r\n<a>\r\n\t<b k=\"v\">\r\n\t\t<c>x</c>\r\n\t\t<d/>\r\n\t</b>\r\n</a>\r\n");
 }
 
 TEST(XmlTextWriterLayout, DefaultsAndDeclarationPerEncoding) {
@@ -105,24 +95,14 @@ TEST(XmlTextWriterLayout, DefaultsAndDeclarationPerEncoding) {
     CXmlTextWriter writer(stream);
     EXPECT_TRUE(writer.GetFormat());
     EXPECT_EQ(writer.GetEOLType(), EOL_LF);
-
     const std::pair<XmlEncoding, const char*> cases[] = {
-        {Encoding_None, "<?xml version=\"1.0\"?>\n"},
-        {Encoding_UTF8, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"},
-        {Encoding_UTF16, "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n"},
-        {Encoding_Wide, "<?xml version=\"1.0\"?>\n"}};
+        {Encoding_None, "<?xml version=\"1.0\"?>\n"}, {Encoding_UTF8, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"},
+        {Encoding_UTF16, "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n"}, {Encoding_Wide, "<?xml version=\"1.0\"?>\n"}};
     for (const auto& [encoding, declaration] : cases) {
         Doc doc(false, encoding);  // the line end follows even without formatting
         doc.writer.WriteStartDocument();
         EXPECT_EQ(doc.Out(), declaration) << encoding;
     }
-}
-
-TEST(XmlTextWriterLayout, NestingIndentsWithTabsAndTextStaysOnOneLine) {
-    Doc doc(true);
-    doc.Start("r").Start("a").Attr("k", "", "v").Start("b").Text("text").End();
-    doc.Start("c").Text("").End().End().End();  // empty text leaves c empty
-    EXPECT_EQ(doc.Out(), "<r>\n\t<a k=\"v\">\n\t\t<b>text</b>\n\t\t<c/>\n\t</a>\n</r>\n");
 }
 
 TEST(XmlTextWriterEscape, TextAndAttributeModeRows) {
@@ -132,15 +112,12 @@ TEST(XmlTextWriterEscape, TextAndAttributeModeRows) {
         const char* textCrlf;
         const char* attribute;  // the same for both line end types
     } cases[] = {
-        {"a\nb", "a\nb", "a\r\nb", "a&#xA;b"},
-        {"a\r\nb", "a\nb", "a\r\nb", "a&#xA;b"},
-        {"a\rb\r", "ab", "ab", "ab"},
+        {"a\nb", "a\nb", "a\r\nb", "a&#xA;b"}, {"a\r\nb", "a\nb", "a\r\nb", "a&#xA;b"}, {"a\rb\r", "ab", "ab", "ab"},
         {"say \"hi\"", "say \"hi\"", "say \"hi\"", "say &quot;hi&quot;"},
         {"a&b<c>d", "a&amp;b&lt;c&gt;d", "a&amp;b&lt;c&gt;d", "a&amp;b&lt;c&gt;d"},
         {"tab\there 'q'", "tab\there 'q'", "tab\there 'q'", "tab\there 'q'"},
         {"\x7F\x80\xE9\xFF", "\x7F\x80\xE9\xFF", "\x7F\x80\xE9\xFF", "\x7F\x80\xE9\xFF"},
-        {"]]>", "]]&gt;", "]]&gt;", "]]&gt;"},
-        {"", "", "", ""},
+        {"]]>", "]]&gt;", "]]&gt;", "]]&gt;"}, {"", "", "", ""},
     };
     for (const auto& c : cases) {
         for (EOLType eol : {EOL_LF, EOL_CRLF}) {
@@ -166,8 +143,7 @@ TEST(XmlTextWriterEscape, ThroughElementsAttributesAndComments) {
 
 TEST(XmlTextWriterText, CompleteCdataSectionsPassTheRestIsEscaped) {
     const std::pair<const char*, const char*> cases[] = {
-        {"<![CDATA[a<b & ]]>", "<![CDATA[a<b & ]]>"},
-        {"<![CDATA[x<y]]>&]]>z", "<![CDATA[x<y]]>&amp;]]&gt;z"},
+        {"<![CDATA[a<b & ]]>", "<![CDATA[a<b & ]]>"}, {"<![CDATA[x<y]]>&]]>z", "<![CDATA[x<y]]>&amp;]]&gt;z"},
         // A value closing its element and opening another stays text.
         {"<![CDATA[x]]></price><price>0.01</price><![CDATA[",
          "<![CDATA[x]]>&lt;/price&gt;&lt;price&gt;0.01&lt;/price&gt;&lt;![CDATA["},
@@ -323,27 +299,20 @@ TEST(XmlTextWriterXsi, TypeAndNilAttributes) {
     });
 }
 
-TEST(XmlTextWriterErrors, AttributesAfterContentAreRefused) {
+TEST(XmlTextWriterErrors, AttributesAfterContentAndDirectivesInsideTheRootAreRefused) {
     Doc doc;
+    doc.writer.WriteHeaderDirective("<!-- first -->");
     doc.Start("r").Text("text");
     EXPECT_KV_THROW(doc.Attr("a", "", "1"), CKvException, "Attributes must be added before elements");
     EXPECT_KV_THROW(doc.Type("urn:t", "T"), CKvException, "Attributes must be added before elements");
     EXPECT_KV_THROW(doc.Nil(), CKvException, "Attributes must be added before elements");
+    EXPECT_KV_THROW(doc.writer.WriteHeaderDirective("<!DOCTYPE r>"), CKvException,
+                    "Headed directives must appear before an Element has been added.");
     doc.Start("c").End();
     EXPECT_KV_THROW(doc.Attr("a", "", "1"), CKvException, "Attributes must be added before elements");
     doc.End();
-    EXPECT_EQ(doc.Out(), "<r>text<c/></r>");  // nothing leaked into the output
-}
-
-TEST(XmlTextWriterErrors, HeaderDirectiveAfterTheRootStarts) {
-    Doc doc;
-    doc.writer.WriteHeaderDirective("<!-- first -->");
-    doc.Start("r");
-    EXPECT_KV_THROW(doc.writer.WriteHeaderDirective("<!DOCTYPE r>"), CKvException,
-                    "Headed directives must appear before an Element has been added.");
-    doc.End();
     doc.writer.WriteHeaderDirective("<!-- after -->");  // allowed again once closed
-    EXPECT_EQ(doc.Out(), "<!-- first -->\n<r/><!-- after -->\n");
+    EXPECT_EQ(doc.Out(), "<!-- first -->\n<r>text<c/></r><!-- after -->\n");  // nothing leaked into the output
 }
 
 TEST(XmlTextWriterErrors, InvalidEolTypeKeepsThePreviousSetting) {
@@ -356,19 +325,7 @@ TEST(XmlTextWriterErrors, InvalidEolTypeKeepsThePreviousSetting) {
     EXPECT_EQ(doc.Out(), "<r>a\r\nb</r>\r\n");
 }
 
-TEST(XmlTextWriterErrors, CloseClosesTheStreamBeforeRefusing) {
-    RecordingStream stream;
-    CXmlTextWriter writer(stream);
-    writer.Open();
-    writer.WriteStartElement("r", "");
-    EXPECT_KV_THROW(writer.Close(), CKvException, "An Element has not been closed.");
-    EXPECT_EQ(stream.closes, 1);
-    writer.WriteEndElement();
-    writer.Close();
-    EXPECT_EQ(stream.closes, 2);
-}
-
-TEST(XmlTextWriterStream, FlushesOnceFourKilobytesAreHeld) {
+TEST(XmlTextWriterStream, FlushesOnceFourKilobytesAreHeldAndCloseClosesTheStreamBeforeRefusing) {
     RecordingStream stream;
     CXmlTextWriter writer(stream);
     writer.SetFormat(false);
@@ -381,8 +338,11 @@ TEST(XmlTextWriterStream, FlushesOnceFourKilobytesAreHeld) {
     EXPECT_EQ(stream.flushes, 1);
     EXPECT_EQ(stream.GetLength(), 0u);
     writer.WriteEndElement();
+    EXPECT_KV_THROW(writer.Close(), CKvException, "An Element has not been closed.");
+    EXPECT_EQ(stream.closes, 1);
     writer.WriteEndElement();
     writer.Close();
+    EXPECT_EQ(stream.closes, 2);
     EXPECT_EQ(stream.drained + stream.GetText(),
               "<r>" + std::string(4000, 'x') + "<c a=\"" + std::string(100, 'y') + "\"/></r>");
 }
@@ -392,7 +352,6 @@ TEST(XmlTextWriterStream, DeepNestingWritesAndUnwinds) {
     const int depth = 100000;
     for (int i = 0; i < depth; ++i) doc.Start("e", "urn:n");
     for (int i = 0; i < depth; ++i) doc.End();
-    doc.writer.Close();
     std::string expected = "<AA:e xmlns:AA=\"urn:n\">";
     for (int i = 2; i < depth; ++i) expected += "<AA:e>";
     expected += "<AA:e/>";
@@ -400,11 +359,16 @@ TEST(XmlTextWriterStream, DeepNestingWritesAndUnwinds) {
     EXPECT_TRUE(doc.Out() == expected) << "length " << doc.Out().size() << " vs " << expected.size();
 }
 
-TEST(XmlTextWriterLifecycle, OpenEmptiesTheStreamAndInstancesAreCountedByName) {
+TEST(XmlTextWriterLifecycle, OpenEmptiesTheStreamAndWritersAndStreamsAreCountedByClassName) {
     CInstanceMonitor::SetCounting(true);
     {
         CTextStream stream(std::string("stale"), Encoding_UTF8);
         CXmlTextWriter writer(stream);
+        CBinaryStream plain, named("CBinaryStreamTestName");
+        CFileBinaryStream file("unused.xml", Encoding_UTF8);
+        EXPECT_EQ(CInstanceMonitor::GetLiveCount("CFileBinaryStream"), 1u);
+        EXPECT_EQ(CInstanceMonitor::GetLiveCount("CBinaryStreamTestName"), 1u);
+        EXPECT_GE(CInstanceMonitor::GetLiveCount("CBinaryStream"), 1u);
         EXPECT_EQ(CInstanceMonitor::GetLiveCount("CXmlTextWriter"), 1u);
         EXPECT_EQ(CInstanceMonitor::GetLiveCount("CTextStream"), 1u);
         EXPECT_EQ(CInstanceMonitor::GetLiveCount("CStringBuffer"), 1u);
@@ -417,6 +381,8 @@ TEST(XmlTextWriterLifecycle, OpenEmptiesTheStreamAndInstancesAreCountedByName) {
     EXPECT_EQ(CInstanceMonitor::GetLiveCount("CXmlTextWriter"), 0u);
     EXPECT_EQ(CInstanceMonitor::GetLiveCount("CXmlWriterContext"), 0u);
     EXPECT_EQ(CInstanceMonitor::GetLiveCount("CTextStream"), 0u);
+    EXPECT_EQ(CInstanceMonitor::GetLiveCount("CFileBinaryStream"), 0u);
+    EXPECT_EQ(CInstanceMonitor::GetLiveCount("CBinaryStreamTestName"), 0u);
     CInstanceMonitor::SetCounting(false);
 }
 

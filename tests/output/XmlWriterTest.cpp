@@ -1,13 +1,4 @@
 // XmlWriterTest.cpp - namespace scopes, copy on write, invented prefixes and the context chain.
-#include "kvxml/output/XmlWriter.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <utility>
-
-#include "kvxml/foundation/InstanceMonitor.h"
-#include "kvxml/foundation/KvException.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;

@@ -1,12 +1,20 @@
-// KvTestSupport.h - assertions shared by the test suites.
+// KvTestSupport.h - what every suite includes: GoogleTest, the library, and the shared assertions.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <cstdint>
+#include <cstring>
+#include <functional>
+#include <limits>
+#include <memory>
 #include <string>
 #include <typeinfo>
+#include <utility>
+#include <vector>
 
-#include "kvxml/foundation/KvException.h"
+#include "kvxml/kvxml.h"
 
 // Runs stmt, expects it to throw exactly Type (dynamic type) whose text, read
 // with the given accessor, is expectedMessage. Messages are spelled out in

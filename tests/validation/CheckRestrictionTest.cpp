@@ -1,15 +1,6 @@
 // CheckRestrictionTest.cpp - facet checks: ranges of ordered types, text and binary lengths, patterns, dispatch.
-#include <gtest/gtest.h>
-
 #include <cmath>
-#include <cstdint>
-#include <limits>
-#include <string>
 
-#include "kvxml/core/XmlObjectHelper.h"
-#include "kvxml/validation/PrimitiveRestrictions.h"
-#include "kvxml/values/Conversions.h"
-#include "kvxml/values/Variant.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
@@ -47,8 +38,7 @@ TEST(CheckRestrictionRange, EachFacetAdmitsOrRejectsTheBoundItself) {
         {5, Range("", "5", "", ""), true},  {6, Range("", "5", "", ""), false},
         {6, Range("", "", "5", ""), true},  {5, Range("", "", "5", ""), false},
         {4, Range("", "", "", "5"), true},  {5, Range("", "", "", "5"), false},
-        {-7, Range("-10", "-5", "-8", "-6"), true},
-        {-2147483647 - 1, Range("-2147483648", "", "", ""), true},
+        {-7, Range("-10", "-5", "-8", "-6"), true}, {-2147483647 - 1, Range("-2147483648", "", "", ""), true},
         {2147483647, Range(nullptr, nullptr, nullptr, "2147483647"), false},
     };
     for (const Case& c : cases) {
@@ -61,7 +51,7 @@ TEST(CheckRestrictionRange, EachFacetAdmitsOrRejectsTheBoundItself) {
     }
 }
 
-TEST(CheckRestrictionRange, FirstFailingFacetEndsTheCheck) {
+TEST(CheckRestrictionRange, BoundsParseWithTheTypesOwnParserAfterCollapseUpToTheFirstFailingFacet) {
     // Later bounds do not parse: reaching one would throw the conversion's error.
     for (const auto& r : {Range("10", "zz", "zz", "zz"), Range("1", "2", "zz", "zz"), Range("1", "9", "7", "zz")})
         EXPECT_REFUSED(H::CheckRestrictionFori4("n", 5, r), "n [5]");
@@ -69,9 +59,6 @@ TEST(CheckRestrictionRange, FirstFailingFacetEndsTheCheck) {
                     "The value [zz] can not be converted to a i4");
     EXPECT_KV_THROW(H::CheckRestrictionFori4("n", 8, Range("zz", nullptr, nullptr, "1")), CKvInvalidValueException,
                     "The value [zz] can not be converted to a i4");
-}
-
-TEST(CheckRestrictionRange, BoundsParseWithTheTypesOwnParserAfterCollapse) {
     EXPECT_NO_THROW(H::CheckRestrictionFori4("n", 12, Range(" \t12\n ", "  12", nullptr, nullptr)));
     EXPECT_KV_THROW(H::CheckRestrictionFori1("n", 0, Range("200", "", "", "")), CKvInvalidValueException,
                     "The value [200] is to large to fit in a i1");
@@ -85,15 +72,12 @@ TEST(CheckRestrictionRange, BoundsParseWithTheTypesOwnParserAfterCollapse) {
 }
 
 // Each type's message form is also covered through CheckRestriction's dispatch.
-TEST(CheckRestrictionRange, MessageFormEdges) {
+TEST(CheckRestrictionRange, WideTypesCompareOverTheirWholeRangeAndShowTheirValues) {
     EXPECT_REFUSED(H::CheckRestrictionFori8("v", INT64_C(-9000000000), Range("0", "", "", "")), "v [-9000000000]");
     const CBigInteger negative = C::integerFromString("-123456789012345678901234567890", Rule::Collapse);
     EXPECT_REFUSED(H::CheckRestrictionForinteger("v", negative, Range("-1", "", "", "")),
                    "v [-123456789012345678901234567890]");
     EXPECT_REFUSED(H::CheckRestrictionFori4(nullptr, 1, Range("2", "", "", "")), " [1]");
-}
-
-TEST(CheckRestrictionRange, WideTypesCompareOverTheirWholeRange) {
     EXPECT_NO_THROW(H::CheckRestrictionForui8("v", UINT64_MAX, Range("9223372036854775808", "", "", "")));
     EXPECT_NO_THROW(H::CheckRestrictionFori8("v", INT64_MIN, Range("", "", "", "-9223372036854775807")));
     const CBigInteger big = C::integerFromString("100000000000000000000000000000", Rule::Collapse);
@@ -167,14 +151,11 @@ TEST(CheckRestrictionString, LengthFacetsCountBytesInOrderBeforeThePattern) {
     EXPECT_REFUSED(H::CheckRestrictionForstring("s", "abc", Lengths(-1, 1, -1, "(")), "s [abc]");
 }
 
-TEST(CheckRestrictionString, PatternMatchesTheWholeValue) {
+TEST(CheckRestrictionString, PatternMatchesTheWholeValueAndOneThatDoesNotCompileWrapsTheRegexError) {
     const CPrimitiveRestrictions code = Lengths(-1, -1, -1, "[0-9]{3}-[A-Z]{2}");
     EXPECT_NO_THROW(H::CheckRestrictionForstring("code", "123-AB", code));
     EXPECT_REFUSED(H::CheckRestrictionForstring("code", "123-ABC", code), "code [123-ABC]");
     EXPECT_REFUSED(H::CheckRestrictionForstring("code", "x123-AB", code), "code [x123-AB]");
-}
-
-TEST(CheckRestrictionString, PatternThatDoesNotCompileWrapsTheRegexError) {
     EXPECT_KV_THROW(H::CheckRestrictionForstring("code", "abc", Lengths(-1, -1, -1, "(")), CKvException,
                     "Invalid Regular Expression: abc Error: 'missing closing parenthesis'\n"
                     "Invalid Value for code [abc]");
@@ -213,26 +194,16 @@ TEST(CheckRestrictionFacets, ThoseThatDoNotApplyToTheTypeAreIgnored) {
 TEST(CheckRestrictionDispatch, ReadsTheVariantAsTheGivenType) {
     struct Case { ItemType type; const char* text; const char* failingMax; const char* shown; };
     const Case cases[] = {
-        {i1, "-3", "-4", "-3"},
-        {i2, "300", "299", "300"},
-        {i4, "70000", "1", "70000"},
-        {i8, "9000000000", "1", "9000000000"},
-        {ui1, "200", "199", "200"},
-        {ui2, "60000", "1", "60000"},
+        {i1, "-3", "-4", "-3"}, {i2, "300", "299", "300"}, {i4, "70000", "1", "70000"},
+        {i8, "9000000000", "1", "9000000000"}, {ui1, "200", "199", "200"}, {ui2, "60000", "1", "60000"},
         {ui4, "4000000000", "1", "-294967296"},  // "%d" reads a 32-bit unsigned value as signed
-        {ui8, "18446744073709551615", "1", "18446744073709551615"},
-        {r4, "2.5", "2", "2.500000"},
-        {r8, "-0.125", "-1", "-0.125000"},
-        {duration, "P2D", "P1D", "P2D"},
-        {yearMonth, "2001-05", "2000-05", "2001-05"},
-        {monthDay, "--05-10", "--05-09", "--05-10"},
-        {year, "2001", "2000", "2001"},
-        {month, "--05", "--04", "5"},
-        {day, "---10", "---09", "10"},
+        {ui8, "18446744073709551615", "1", "18446744073709551615"}, {r4, "2.5", "2", "2.500000"},
+        {r8, "-0.125", "-1", "-0.125000"}, {duration, "P2D", "P1D", "P2D"},
+        {yearMonth, "2001-05", "2000-05", "2001-05"}, {monthDay, "--05-10", "--05-09", "--05-10"},
+        {year, "2001", "2000", "2001"}, {month, "--05", "--04", "5"}, {day, "---10", "---09", "10"},
         {date, "2001-05-10", "2001-05-09", "2001-05-10"},
         {datetime, "2001-05-10T12:00:00Z", "2001-05-10T11:00:00Z", "2001-05-10T12:00:00Z"},
-        {ItemType::time, "12:00:00Z", "11:00:00Z", "12:00:00Z"},
-        {decimal, "1.25", "1.2", "1.25"},
+        {ItemType::time, "12:00:00Z", "11:00:00Z", "12:00:00Z"}, {decimal, "1.25", "1.2", "1.25"},
         {integer, "123456789012345678901", "1", "123456789012345678901"},
     };
     for (const Case& c : cases) {

@@ -1,18 +1,9 @@
 // RegExTest.cpp - XML Schema pattern escapes, whole-value anchoring, UTF-8 values and bounded matching.
-#include "kvxml/validation/RegEx.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <utility>
-
-#include "support/KvTestSupport.h"
-#include "support/ProcessScopes.h"
+#include "support/Fixtures.h"
 #include "validation/detail/PatternTranslation.h"
 
+using namespace KvXmlTest;
 using namespace KvXmlLib10;
-using KvXmlTest::ScopedAsciiOnly;
-using KvXmlTest::ScopedLocale;
 
 namespace {
 
@@ -32,35 +23,19 @@ const std::string kGrinning = "\xF0\x9F\x98\x80";  // U+1F600
 
 TEST(RegExTranslation, RewritesEachEscapeAndAnchors) {
     const std::pair<const char*, const char*> cases[] = {
-        {"\\i", "^([^\\W\\d]|:)$"},
-        {"\\I", "^([\\W\\d])$"},
-        {"\\c", "^(\\w|\\.|-|:)$"},
-        {"\\C", "^([^\\w\\.\\-\\:])$"},
-        {"\\p{IsBasicLatin}", "^[\\000-\\177]$"},
-        {"\\p{IsLatin-1Supplement}", "^[\\200-\\377]$"},
-        {"\\p{IsLatinExtended-A}", "^[\\400-\\577]$"},
-        {"\\p{IsLatinExtended-B}", "^[\\600-\\1117]$"},
-        {"\\i\\I", "^([^\\W\\d]|:)([\\W\\d])$"},
-        {"\\\\i", "^\\\\i$"},
-        {"\\\\\\c", "^\\\\(\\w|\\.|-|:)$"},
+        {"\\i", "^([^\\W\\d]|:)$"}, {"\\I", "^([\\W\\d])$"}, {"\\c", "^(\\w|\\.|-|:)$"}, {"\\C", "^([^\\w\\.\\-\\:])$"},
+        {"\\p{IsBasicLatin}", "^[\\000-\\177]$"}, {"\\p{IsLatin-1Supplement}", "^[\\200-\\377]$"},
+        {"\\p{IsLatinExtended-A}", "^[\\400-\\577]$"}, {"\\p{IsLatinExtended-B}", "^[\\600-\\1117]$"},
+        {"\\i\\I", "^([^\\W\\d]|:)([\\W\\d])$"}, {"\\\\i", "^\\\\i$"}, {"\\\\\\c", "^\\\\(\\w|\\.|-|:)$"},
         {"\\\\\\\\c", "^\\\\\\\\c$"},
         {"\\p{IsGreek}\\d", "^\\p{IsGreek}\\d$"},  // other escapes reach PCRE unchanged
         {"\\p{IsBasicLatin", "^\\p{IsBasicLatin$"},
-        {"\\", "^\\$"},
-        {"\\\\\\", "^\\\\\\$"},
-        {"", "^$"},
+        {"\\", "^\\$"}, {"\\\\\\", "^\\\\\\$"}, {"", "^$"},
     };
     for (const auto& c : cases) EXPECT_EQ(detail::TranslatePattern(c.first), c.second) << c.first;
 }
 
-TEST(RegExEscapes, NameStartAndNameCharacters) {
-    ExpectMatches("\\i\\c*", {"a1:b", "a:b-c.d", "_x", ":"}, {"1a", "-a", "a b", ""});
-    ExpectMatches("\\I", {"7", "-"}, {"a"});
-    ExpectMatches("\\C", {" ", "/"}, {".", ":", "z"});
-    ExpectMatches("\\c+", {"-.:_9"}, {});
-}
-
-TEST(RegExEscapes, LatinBlocks) {
+TEST(RegExEscapes, NameCharactersAndLatinBlocks) {
     ScopedAsciiOnly raw;
     ExpectMatches("\\p{IsBasicLatin}+", {"abc", "\x7F"}, {"ab" + kEAcute});
     ExpectMatches("\\p{IsLatin-1Supplement}", {kEAcute}, {"a"});
@@ -68,6 +43,10 @@ TEST(RegExEscapes, LatinBlocks) {
     // The rewritten range of Latin Extended-B reads as \600 to 'I' followed by '7'.
     EXPECT_KV_THROW(TestRegEx("\\p{IsLatinExtended-B}", "x"), CKvException,
                     "Invalid Regular Expression: x Error: 'range out of order in character class'");
+    ExpectMatches("\\i\\c*", {"a1:b", "a:b-c.d", "_x", ":"}, {"1a", "-a", "a b", ""});
+    ExpectMatches("\\I", {"7", "-"}, {"a"});
+    ExpectMatches("\\C", {" ", "/"}, {".", ":", "z"});
+    ExpectMatches("\\c+", {"-.:_9"}, {});
 }
 
 TEST(RegExEscapes, EscapedBackslashIsNotAnEscapeLead) {
@@ -97,14 +76,7 @@ TEST(RegExAnchoring, WholeValueOnly) {
     ExpectMatches("(a|ab)", {"ab"}, {});
 }
 
-TEST(RegExValue, ValueAndPatternEndAtFirstNul) {
-    EXPECT_TRUE(TestRegEx("abc", std::string("abc\0def", 7)));
-    EXPECT_FALSE(TestRegEx("abc\\x00def", std::string("abc\0def", 7)));
-    EXPECT_TRUE(TestRegEx("a*", std::string("\0a", 2)));
-    EXPECT_TRUE(TestRegEx(std::string("ab\0(", 4), "ab"));
-}
-
-TEST(RegExValue, Utf8CharactersCountAsOneAndMalformedUtf8IsNoMatch) {
+TEST(RegExValue, Utf8CharactersCountAsOneMalformedUtf8IsNoMatchAndANulEndsTheText) {
     ScopedAsciiOnly raw;
     ExpectMatches(".", {kEAcute, kEuro, kGrinning}, {});
     ExpectMatches("..", {}, {kEAcute});
@@ -113,6 +85,10 @@ TEST(RegExValue, Utf8CharactersCountAsOneAndMalformedUtf8IsNoMatch) {
     ExpectMatches(".{3}", {kEAcute + kEuro + kGrinning}, {});
     ExpectMatches(".*", {}, {"\xC3", "a\xFF", "\x80", "\xED\xA0\x80"});  // the last a surrogate
     ExpectMatches("[\\000-\\377]*", {}, {"\xC0\xAF"});                   // overlong '/'
+    EXPECT_TRUE(TestRegEx("abc", std::string("abc\0def", 7)));
+    EXPECT_FALSE(TestRegEx("abc\\x00def", std::string("abc\0def", 7)));
+    EXPECT_TRUE(TestRegEx("a*", std::string("\0a", 2)));
+    EXPECT_TRUE(TestRegEx(std::string("ab\0(", 4), "ab"));
 }
 
 TEST(RegExValue, ConvertsFromTheLocalCodePage) {

@@ -1,17 +1,9 @@
 // BinaryDataTest.cpp - CBinaryData: sharing, copy-on-write, appends, indexing, and its hex and base64 text.
-#include <atomic>
-#include <memory>
-#include <string>
 #include <thread>
-#include <utility>
-#include <vector>
 
-#include "kvxml/values/Base64.h"
-#include "kvxml/values/BinaryData.h"
 #include "support/KvTestSupport.h"
 
-using KvXmlLib10::CBinaryData;
-using KvXmlLib10::CKvException;
+using namespace KvXmlLib10;
 
 namespace {
 
@@ -124,7 +116,7 @@ TEST(BinaryDataAppend, AcceptsItsOwnBytes) {
     EXPECT_EQ(Bytes(value), "abcd");
 }
 
-TEST(BinaryDataAppend, GrowsGeometrically) {
+TEST(BinaryDataAppend, GrowsGeometricallyUpToFourGigabytes) {
     CBinaryData value("x");
     const unsigned char* last = value.GetData();
     int moves = 0;
@@ -135,9 +127,6 @@ TEST(BinaryDataAppend, GrowsGeometrically) {
     }
     EXPECT_EQ(value.GetLength(), 200001u);
     EXPECT_LE(moves, 6);
-}
-
-TEST(BinaryDataAppend, RefusesToPassFourGigabytes) {
     // The holder claims 4 GB - 1 but owns one byte: the refusal must come
     // before anything is read or copied.
     CBinaryData huge(new unsigned char[1]{0}, UINT32_MAX, true);
@@ -178,47 +167,34 @@ TEST(BinaryDataThreads, SharedValueSurvivesConcurrentCopies) {
     EXPECT_EQ(Bytes(shared), "the shared bytes");
 }
 
-TEST(HexParse, AcceptsBothCasesAndPrintsUpperCase) {
-    CBinaryData value;
-    for (const auto& [text, printed] : {std::pair<const char*, const char*>{"0aFf", "0AFF"},
-                                        {"0123456789abcdefABCDEF", "0123456789ABCDEFABCDEF"}, {"", ""}}) {
-        value.SetAsHexString(text);
-        EXPECT_EQ(value.GetAsHexString(), printed);
+TEST(HexText, ParsesBothCasesPrintsUpperCaseAndRejectsOddLengthBeforeBadCharacters) {
+    unsigned char all[256];
+    std::string printed;
+    for (int c = 0; c < 256; ++c) {
+        all[c] = static_cast<unsigned char>(c);
+        printed += "0123456789ABCDEF"[c >> 4];
+        printed += "0123456789ABCDEF"[c & 15];
     }
-}
-
-TEST(HexParse, RejectsOddLengthThenBadCharactersAndKeepsTheValue) {
-    const std::pair<const char*, const char*> cases[] = {
-        // Length is judged before characters.
+    EXPECT_EQ(CBinaryData::GetAsHexString(all, 256), printed);
+    EXPECT_EQ(CBinaryData::GetAsHexString(nullptr, 5), "");
+    CBinaryData value;
+    for (const auto& [text, shown] : {std::pair<std::string, std::string>{"0aFf", "0AFF"}, {"", ""},
+                                      {"0123456789abcdefABCDEF", "0123456789ABCDEFABCDEF"}, {printed, printed}}) {
+        value.SetAsHexString(text.c_str());
+        EXPECT_EQ(value.GetAsHexString(), shown);
+    }
+    EXPECT_EQ(value, CBinaryData(all, 256, false));
+    const std::pair<const char*, const char*> bad[] = {
         {"ABC", "Invalid length in hex string"},     {"G", "Invalid length in hex string"},
         {"ab\ncd", "Invalid length in hex string"},  {"0G", "Invalid char in hex string [G]"},
         {"G0", "Invalid char in hex string [G]"},    {"00 1", "Invalid char in hex string [ ]"},
         {"0x1F", "Invalid char in hex string [x]"},  {"ab\n\ncd", "Invalid char in hex string [\n]"},
         {"CAFEZZ", "Invalid char in hex string [Z]"},
     };
-    CBinaryData value;
     value.SetAsHexString("CAFE");
-    for (const auto& [text, message] : cases) EXPECT_KV_THROW(value.SetAsHexString(text), CKvException, message);
-    EXPECT_EQ(value.GetAsHexString(), "CAFE");
-}
+    for (const auto& [text, message] : bad) EXPECT_KV_THROW(value.SetAsHexString(text), CKvException, message);
+    EXPECT_EQ(value.GetAsHexString(), "CAFE");  // a refused text keeps the value
 
-TEST(HexRoundTrip, KeepsAllByteValues) {
-    unsigned char all[256];
-    std::string expected;
-    for (int c = 0; c < 256; ++c) {
-        all[c] = static_cast<unsigned char>(c);
-        expected += "0123456789ABCDEF"[c >> 4];
-        expected += "0123456789ABCDEF"[c & 15];
-    }
-    const std::string text = CBinaryData::GetAsHexString(all, 256);
-    EXPECT_EQ(text, expected);
-    CBinaryData value;
-    value.SetAsHexString(text.c_str());
-    EXPECT_EQ(value, CBinaryData(all, 256, false));
-    EXPECT_EQ(CBinaryData::GetAsHexString(nullptr, 5), "");
-}
-
-TEST(HexConvert, ReturnsNewArrayAndLength) {
     unsigned char* out = reinterpret_cast<unsigned char*>(1);
     EXPECT_EQ(CBinaryData::ConvertToHexData("", &out), 0u);
     EXPECT_EQ(out, nullptr);

@@ -1,21 +1,9 @@
 // ConversionsNumbersTest.cpp - CConversions integers, floating forms, decimal, integer and locale independence.
-#include <gtest/gtest.h>
-
-#include <clocale>
 #include <cmath>
-#include <cstdint>
-#include <cstdio>
-#include <cstring>
-#include <limits>
 #include <locale.h>
 #include <random>
-#include <string>
-#include <utility>
-#include <vector>
 
-#include "kvxml/foundation/KvException.h"
-#include "kvxml/values/Conversions.h"
-#include "support/KvTestSupport.h"
+#include "support/Fixtures.h"
 
 using namespace KvXmlLib10;
 using C = CConversions;
@@ -34,7 +22,7 @@ constexpr double kInf = std::numeric_limits<double>::infinity();
 
 }  // namespace
 
-TEST(ConversionsIntegerParse, FollowsTheThirtyTwoBitLongConversions) {
+TEST(ConversionsInteger, ParsesLikeTheThirtyTwoBitLongConversionsAndPrintsTheFullRangeInBaseTen) {
     const struct { Parser parse; Rule rule; std::vector<std::pair<std::string, const char*>> cases; } groups[] = {
         // strtol skips leading whitespace itself; a NUL ends the text.
         {AsText<C::i4FromString>, Rule::None,
@@ -56,6 +44,13 @@ TEST(ConversionsIntegerParse, FollowsTheThirtyTwoBitLongConversions) {
     };
     for (const auto& g : groups)
         for (const auto& [text, value] : g.cases) EXPECT_EQ(g.parse(text, g.rule), value) << "[" << text << "]";
+    // KvVariant's text table prints the other integer types.
+    EXPECT_EQ(C::i1ToString(std::numeric_limits<int8_t>::min()), "-128");
+    EXPECT_EQ(C::i1ToString(127), "127");
+    EXPECT_EQ(C::i2ToString(std::numeric_limits<int16_t>::min()), "-32768");
+    EXPECT_EQ(C::i4ToString(std::numeric_limits<int32_t>::min()), "-2147483648");
+    EXPECT_EQ(C::i8ToString(std::numeric_limits<int64_t>::max()), "9223372036854775807");
+    EXPECT_EQ(C::ui4ToString(0), "0");
 }
 
 TEST(ConversionsIntegerParse, ReportsRangeBeforeSyntaxQuotingTheRuleResult) {
@@ -80,12 +75,10 @@ TEST(ConversionsIntegerParse, ReportsRangeBeforeSyntaxQuotingTheRuleResult) {
         {AsText<C::i8FromString>, "i8", {"9223372036854775808"}, {}},
         {AsText<C::ui8FromString>, "ui8", {"18446744073709551616"}, {"z"}},
         // The narrow types check their range after the wide parse ("-1" as ui1 is 4294967295) ...
-        {AsText<C::i1FromString>, "i1", {"200", "-129"}, {}},
-        {AsText<C::i2FromString>, "i2", {"32768"}, {}},
+        {AsText<C::i1FromString>, "i1", {"200", "-129"}, {}}, {AsText<C::i2FromString>, "i2", {"32768"}, {}},
         {AsText<C::ui1FromString>, "ui1", {"256", "-1"}, {}},
         // ... and report bad text and wide overflow with the wide type's message.
-        {AsText<C::i1FromString>, "i4", {}, {"x"}},
-        {AsText<C::i2FromString>, "i4", {"99999999999"}, {}},
+        {AsText<C::i1FromString>, "i4", {}, {"x"}}, {AsText<C::i2FromString>, "i4", {"99999999999"}, {}},
         {AsText<C::ui1FromString>, "ui4", {}, {"x"}},
     };
     for (const auto& g : groups) {
@@ -96,16 +89,6 @@ TEST(ConversionsIntegerParse, ReportsRangeBeforeSyntaxQuotingTheRuleResult) {
             EXPECT_KV_THROW(g.parse(text, Rule::None), CKvInvalidValueException,
                             "The value [" + text + "] can not be converted to a " + g.type);
     }
-}
-
-// KvVariant's text table prints the other integer types.
-TEST(ConversionsIntegerToString, PrintsFullRangeInBaseTen) {
-    EXPECT_EQ(C::i1ToString(std::numeric_limits<int8_t>::min()), "-128");
-    EXPECT_EQ(C::i1ToString(127), "127");
-    EXPECT_EQ(C::i2ToString(std::numeric_limits<int16_t>::min()), "-32768");
-    EXPECT_EQ(C::i4ToString(std::numeric_limits<int32_t>::min()), "-2147483648");
-    EXPECT_EQ(C::i8ToString(std::numeric_limits<int64_t>::max()), "9223372036854775807");
-    EXPECT_EQ(C::ui4ToString(0), "0");
 }
 
 TEST(ConversionsFloatParse, NamedValuesStrtodFormsAndOverflowWithoutError) {
@@ -194,38 +177,33 @@ TEST(ConversionsDecimal, ReadsTheFormatAsADigitCountLikeStrtol) {
     EXPECT_EQ(C::decimalToString(value, " 4"), "1.0050");  // strtol skips the space
     EXPECT_EQ(C::decimalToString(value, "1x"), "1.0");
     EXPECT_EQ(C::decimalToString(C::decimalFromString("", Rule::None)), "0");
-    EXPECT_THROW(C::decimalFromString("1.2.3", Rule::None), CKvInvalidValueException);
+    EXPECT_KV_THROW(C::decimalFromString("1.2.3", Rule::None), CKvInvalidValueException,
+                    "The string representing a Decimal, contained an invalid char at position 3 [1.2.3]");
     const std::string big = "123456789012345678901234567890123456789012345678901234567890";
     EXPECT_EQ(C::integerToString(C::integerFromString(" " + big + " ", Rule::Collapse)), big);
-    EXPECT_THROW(C::integerFromString("12x", Rule::None), CKvInvalidValueException);
+    EXPECT_KV_THROW(C::integerFromString("12x", Rule::None), CKvInvalidValueException,
+                    "The string representing a Decimal, contained an invalid char at position 2 [12x]");
 }
 
-TEST(ConversionsLocale, CallerFormatRestoresTheThreadLocale) {
+// The conversions follow neither the thread nor the process locale. Where no
+// comma-decimal locale is installed (often only C and POSIX are) the second half is skipped.
+TEST(ConversionsLocale, CallerFormatsRestoreTheThreadLocaleAndACommaDecimalLocaleIsIgnored) {
     const locale_t before = uselocale(static_cast<locale_t>(nullptr));
     EXPECT_EQ(C::r8ToString(0.5, "%.1f"), "0.5");
+    EXPECT_KV_THROW(C::r8ToString(0.5, "%d"), CKvInvalidParamException, "Invalid number format [%d]");
     EXPECT_EQ(uselocale(static_cast<locale_t>(nullptr)), before);
-    EXPECT_THROW(C::r8ToString(0.5, "%d"), CKvInvalidParamException);
-    EXPECT_EQ(uselocale(static_cast<locale_t>(nullptr)), before);
-}
-
-// The conversions must not follow the process locale. Where no comma-decimal
-// locale is installed (often only C and POSIX are) the test is skipped.
-TEST(ConversionsLocale, IgnoresACommaDecimalProcessLocale) {
-    const std::string saved = std::setlocale(LC_ALL, nullptr);
+    KvXmlTest::ScopedLocale restore(nullptr);  // only remembers the locale to put back
     const char* chosen = nullptr;
     for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "fr_FR.utf8", "de_DE", "fr_FR"})
         if (!chosen && std::setlocale(LC_ALL, name) && std::strcmp(std::localeconv()->decimal_point, ",") == 0)
             chosen = name;
-    if (chosen == nullptr) {
-        std::setlocale(LC_ALL, saved.c_str());
-        GTEST_SKIP() << "no comma-decimal locale is installed on this host";
-    }
+    if (chosen == nullptr) GTEST_SKIP() << "no comma-decimal locale is installed on this host";
     EXPECT_EQ(C::r8FromString("1.5", Rule::None), 1.5) << chosen;
     EXPECT_EQ(C::r4FromString("0.25", Rule::None), 0.25f);
-    EXPECT_THROW(C::r8FromString("1,5", Rule::None), CKvInvalidValueException);
+    EXPECT_KV_THROW(C::r8FromString("1,5", Rule::None), CKvInvalidValueException,
+                    "The value [1,5] can not be converted to a r8");
     EXPECT_EQ(C::r8ToString(1.5), "1.5");
     EXPECT_EQ(C::r8ToString(1.5, "%.2f"), "1.50");
     EXPECT_EQ(C::r4ToString(0.25f, "%g"), "0.25");
     EXPECT_EQ(C::i4FromString("-12", Rule::None), -12);
-    std::setlocale(LC_ALL, saved.c_str());
 }

@@ -1,19 +1,8 @@
 // VariantTest.cpp - KvVariant states, copies, shared objects and text conversion.
-#include "kvxml/values/Variant.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "kvxml/core/XmlObjectBase.h"
-#include "kvxml/foundation/KvException.h"
-#include "kvxml/values/Conversions.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
 using Rule = CWhitespaceUtils::WhitespaceRule;
-
-#include "kvxml/core/XmlCollection.h"
 
 namespace {
 
@@ -231,6 +220,7 @@ TEST(VariantText, BadTypeCodesAndFailedParsesLeaveTheValue) {
     EXPECT_EQ(v.GetType(), "i4");
     EXPECT_EQ(v.GetI4(), 7);
     v.SetString("kept");
-    EXPECT_THROW(v.FromString("2003-02-29", date, Rule::None), CKvInvalidValueException);
+    EXPECT_KV_THROW(v.FromString("2003-02-29", date, Rule::None), CKvInvalidValueException,
+                    "Invalid Day [29] (1 <= day <= days in month");
     EXPECT_EQ(v.GetString(), "kept");
 }
