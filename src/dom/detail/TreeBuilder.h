@@ -8,10 +8,12 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "kvxml/core/SerializationContext.h"
 
 namespace KvXmlLib10 {
+class CXmlAttribute;
 class CXmlDocument;
 class CXmlElement;
 }  // namespace KvXmlLib10
@@ -50,6 +52,9 @@ public:
     CXmlElement* Top() const;
     /// Closes the element being filled and offers it to the callback.
     void Close();
+
+    /// The element's attribute list, made on first use.
+    static std::vector<CXmlAttribute*>& AttributesOf(CXmlElement& element);
 
     // ---- for the nodes' own public building operations ----
     static CXmlElement* NewChild(CXmlElement& parent);
