@@ -79,12 +79,24 @@ void TreeBuilder::AppendText(CXmlElement& element, const char* text, std::size_t
 }
 
 void TreeBuilder::AppendRawText(CXmlElement& element, const char* text, std::size_t length) {
-    element.m_text.append(text, length);
+    // Appending to an empty string would round its capacity up.
+    if (element.m_text.empty()) {
+        element.m_text = std::string(text, length);
+    } else {
+        element.m_text.append(text, length);
+    }
 }
 
 CXmlElement* TreeBuilder::Top() const {
     return m_document.m_stack.empty() ? nullptr : m_document.m_stack.back().element;
 }
+
+CXmlElement* TreeBuilder::OpenElement(std::size_t depth) const {
+    const auto& stack = m_document.m_stack;
+    return depth < stack.size() ? stack[stack.size() - 1 - depth].element : nullptr;
+}
+
+bool TreeBuilder::HasCallback() const { return m_document.m_callback != nullptr; }
 
 void TreeBuilder::Close() {
     auto& stack = m_document.m_stack;

@@ -46,10 +46,13 @@ public:
                              const std::string* uri);
     /// Appends text without its carriage returns.
     static void AppendText(CXmlElement& element, const char* text, std::size_t length);
-    /// Appends text as it is.
+    /// Appends text as it is; text set in one piece takes no spare room.
     static void AppendRawText(CXmlElement& element, const char* text, std::size_t length);
     /// The element being filled, or null.
     CXmlElement* Top() const;
+    /// The open element `depth` levels below the top (0: Top()), or null.
+    CXmlElement* OpenElement(std::size_t depth) const;
+    bool HasCallback() const;
     /// Closes the element being filled and offers it to the callback.
     void Close();
 
