@@ -223,14 +223,14 @@ void CExpatReader::Text(const char* text, int length) {
     // Carriage returns go when the element takes its text: one scan per
     // element instead of one per chunk.
     const std::string_view local = m_local->Convert(text, static_cast<std::size_t>(length));
-    m_text.append(local.data(), local.size());
+    m_text.insert(m_text.end(), local.data(), local.data() + local.size());
 }
 
 std::string_view CExpatReader::PendingText(std::size_t start, std::size_t end) {
     // The parser never reports a NUL character, so only CRs need removing;
     // they are squeezed out in place, within the element's own stretch.
-    char* const first = &m_text[0] + start;
-    char* const last = &m_text[0] + end;
+    char* const first = m_text.data() + start;
+    char* const last = m_text.data() + end;
     char* out = static_cast<char*>(std::memchr(first, '\r', end - start));
     if (!out) return std::string_view(first, end - start);
     for (const char* in = out; in != last; ++in)
@@ -239,7 +239,7 @@ std::string_view CExpatReader::PendingText(std::size_t start, std::size_t end) {
 }
 
 void CExpatReader::AppendLiteral(const char* text, std::size_t length) {
-    if (!m_textStarts.empty()) m_text.append(text, length);
+    if (!m_textStarts.empty()) m_text.insert(m_text.end(), text, text + length);
 }
 
 void CExpatReader::StartNamespace(const char* prefix, const char* uri) {

@@ -79,8 +79,9 @@ void TreeBuilder::AppendText(CXmlElement& element, const char* text, std::size_t
 }
 
 void TreeBuilder::AppendRawText(CXmlElement& element, const char* text, std::size_t length) {
-    // Appending to an empty string would round its capacity up.
-    if (element.m_text.empty()) {
+    // Appending past the inline room of an empty string would round its
+    // capacity up.
+    if (element.m_text.empty() && length > element.m_text.capacity()) {
         element.m_text = std::string(text, length);
     } else {
         element.m_text.append(text, length);

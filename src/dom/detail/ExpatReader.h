@@ -81,7 +81,7 @@ private:
     // parent's stays contiguous. An element gets its text in one piece when
     // it closes, instead of growing it chunk by chunk (indentation between
     // children comes in many small chunks).
-    std::string m_text;
+    std::vector<char> m_text;
     std::vector<std::size_t> m_textStarts;
     std::exception_ptr m_error;
     uint64_t m_events = 0;
