@@ -153,8 +153,8 @@ void CExpatReader::CountEntity() {
 }
 
 const detail::QualifiedName& CExpatReader::ResolveName(const char* raw) {
+    if (const detail::QualifiedName* known = m_names.FindRaw(raw)) return *known;
     const std::string_view spelling(raw);
-    if (const detail::QualifiedName* known = m_names.FindRaw(spelling)) return *known;
 
     // expat spells a namespaced name "uri|local" and refuses URIs holding the
     // separator; without namespace processing a prefix stays in the name.
