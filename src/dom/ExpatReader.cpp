@@ -205,7 +205,10 @@ void CExpatReader::EndElement() {
 }
 
 void CExpatReader::FlushText() {
-    for (std::size_t level = 0; level < m_textStarts.size(); ++level) {
+    // Levels below the first with text hold none; starting there keeps a
+    // flush per closed element (with a callback) linear in the document.
+    if (m_text.empty()) return;
+    for (std::size_t level = m_firstTextLevel; level < m_textStarts.size(); ++level) {
         const std::size_t start = m_textStarts[level];
         const std::size_t end = level + 1 < m_textStarts.size() ? m_textStarts[level + 1] : m_text.size();
         CXmlElement* element = m_builder.OpenElement(m_textStarts.size() - 1 - level);
@@ -223,7 +226,12 @@ void CExpatReader::Text(const char* text, int length) {
     // Carriage returns go when the element takes its text: one scan per
     // element instead of one per chunk.
     const std::string_view local = m_local->Convert(text, static_cast<std::size_t>(length));
-    m_text.insert(m_text.end(), local.data(), local.data() + local.size());
+    AppendPending(local.data(), local.size());
+}
+
+void CExpatReader::AppendPending(const char* text, std::size_t length) {
+    if (m_text.empty()) m_firstTextLevel = m_textStarts.size() - 1;
+    m_text.insert(m_text.end(), text, text + length);
 }
 
 std::string_view CExpatReader::PendingText(std::size_t start, std::size_t end) {
@@ -239,7 +247,7 @@ std::string_view CExpatReader::PendingText(std::size_t start, std::size_t end) {
 }
 
 void CExpatReader::AppendLiteral(const char* text, std::size_t length) {
-    if (!m_textStarts.empty()) m_text.insert(m_text.end(), text, text + length);
+    if (!m_textStarts.empty()) AppendPending(text, length);
 }
 
 void CExpatReader::StartNamespace(const char* prefix, const char* uri) {

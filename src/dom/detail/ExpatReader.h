@@ -71,6 +71,7 @@ private:
     const detail::QualifiedName& ResolveName(const char* raw);
     void FlushText();
     std::string_view PendingText(std::size_t start, std::size_t end);
+    void AppendPending(const char* text, std::size_t length);
 
     detail::TreeBuilder m_builder;
     detail::NameTable& m_names;
@@ -83,6 +84,7 @@ private:
     // children comes in many small chunks).
     std::vector<char> m_text;
     std::vector<std::size_t> m_textStarts;
+    std::size_t m_firstTextLevel = 0;  // the top level when m_text last stopped being empty
     std::exception_ptr m_error;
     uint64_t m_events = 0;
     uint32_t m_entityLimit = 0;  // 0: not counted
