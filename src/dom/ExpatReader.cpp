@@ -73,6 +73,7 @@ void CExpatReader::Parse(bool isFinal) {
             // A handler failed and stopped the parser; its exception wins
             // over expat's "parsing aborted".
             std::exception_ptr error = m_error;
+            FlushText();
             Cleanup();
             m_parser.reset();
             std::rethrow_exception(error);
@@ -82,6 +83,7 @@ void CExpatReader::Parse(bool isFinal) {
             const XML_Size line = XML_GetCurrentLineNumber(parser);
             const std::string message = FormatString("%s at line %d", text ? text : "",
                                                      static_cast<int>(std::min<XML_Size>(line, INT_MAX)));
+            FlushText();
             Cleanup();
             m_parser.reset();
             throw CKvException(message);
@@ -90,6 +92,7 @@ void CExpatReader::Parse(bool isFinal) {
         if (last) break;
         chunk = m_events == eventsBefore ? std::min(chunk * 2, kMaxChunkSize) : kChunkSize;
     }
+    FlushText();
     if (isFinal) m_parser.reset();
 }
 
@@ -112,7 +115,7 @@ void XMLCALL CExpatReader::FnStartElement(void* userData, const char* name, cons
 }
 
 void XMLCALL CExpatReader::FnEndElement(void* userData, const char*) {
-    Dispatch(userData, [](CExpatReader& self) { self.m_builder.Close(); });
+    Dispatch(userData, [](CExpatReader& self) { self.EndElement(); });
 }
 
 void XMLCALL CExpatReader::FnStartNamespace(void* userData, const char* prefix, const char* uri) {
@@ -150,8 +153,8 @@ void CExpatReader::CountEntity() {
 }
 
 const detail::QualifiedName& CExpatReader::ResolveName(const char* raw) {
+    if (const detail::QualifiedName* known = m_names.FindRaw(raw)) return *known;
     const std::string_view spelling(raw);
-    if (const detail::QualifiedName* known = m_names.FindRaw(spelling)) return *known;
 
     // expat spells a namespaced name "uri|local" and refuses URIs holding the
     // separator; without namespace processing a prefix stays in the name.
@@ -168,7 +171,11 @@ const detail::QualifiedName& CExpatReader::ResolveName(const char* raw) {
 
 void CExpatReader::StartElement(const char* name, const char** atts) {
     const detail::QualifiedName& qualified = ResolveName(name);
+    // Grown before opening, so that the element and its text start are
+    // recorded together or not at all.
+    if (m_textStarts.size() == m_textStarts.capacity()) m_textStarts.reserve(2 * m_textStarts.size() + 16);
     CXmlElement* element = m_builder.Open(qualified.uri, qualified.localName);
+    m_textStarts.push_back(m_text.size());
 
     std::size_t count = 0;
     while (atts[count]) count += 2;
@@ -181,16 +188,66 @@ void CExpatReader::StartElement(const char* name, const char** atts) {
     }
 }
 
+void CExpatReader::EndElement() {
+    // A callback may look at the open ancestors of what it is given.
+    if (m_builder.HasCallback()) FlushText();
+    if (!m_textStarts.empty()) {
+        const std::size_t start = m_textStarts.back();
+        CXmlElement* top = m_builder.Top();
+        if (top && m_text.size() > start) {
+            const std::string_view text = PendingText(start, m_text.size());
+            detail::TreeBuilder::AppendRawText(*top, text.data(), text.size());
+        }
+        m_textStarts.pop_back();
+        m_text.resize(start);
+    }
+    m_builder.Close();
+}
+
+void CExpatReader::FlushText() {
+    // Levels below the first with text hold none; starting there keeps a
+    // flush per closed element (with a callback) linear in the document.
+    if (m_text.empty()) return;
+    for (std::size_t level = m_firstTextLevel; level < m_textStarts.size(); ++level) {
+        const std::size_t start = m_textStarts[level];
+        const std::size_t end = level + 1 < m_textStarts.size() ? m_textStarts[level + 1] : m_text.size();
+        CXmlElement* element = m_builder.OpenElement(m_textStarts.size() - 1 - level);
+        if (element && end > start) {
+            const std::string_view text = PendingText(start, end);
+            detail::TreeBuilder::AppendRawText(*element, text.data(), text.size());
+        }
+        m_textStarts[level] = 0;
+    }
+    m_text.clear();
+}
+
 void CExpatReader::Text(const char* text, int length) {
-    CXmlElement* top = m_builder.Top();
-    if (!top || length <= 0) return;
-    // The parser never reports a NUL character, so only CRs need removing.
+    if (m_textStarts.empty() || length <= 0) return;
+    // Carriage returns go when the element takes its text: one scan per
+    // element instead of one per chunk.
     const std::string_view local = m_local->Convert(text, static_cast<std::size_t>(length));
-    detail::TreeBuilder::AppendText(*top, local.data(), local.size());
+    AppendPending(local.data(), local.size());
+}
+
+void CExpatReader::AppendPending(const char* text, std::size_t length) {
+    if (m_text.empty()) m_firstTextLevel = m_textStarts.size() - 1;
+    m_text.insert(m_text.end(), text, text + length);
+}
+
+std::string_view CExpatReader::PendingText(std::size_t start, std::size_t end) {
+    // The parser never reports a NUL character, so only CRs need removing;
+    // they are squeezed out in place, within the element's own stretch.
+    char* const first = m_text.data() + start;
+    char* const last = m_text.data() + end;
+    char* out = static_cast<char*>(std::memchr(first, '\r', end - start));
+    if (!out) return std::string_view(first, end - start);
+    for (const char* in = out; in != last; ++in)
+        if (*in != '\r') *out++ = *in;
+    return std::string_view(first, static_cast<std::size_t>(out - first));
 }
 
 void CExpatReader::AppendLiteral(const char* text, std::size_t length) {
-    if (CXmlElement* top = m_builder.Top()) detail::TreeBuilder::AppendRawText(*top, text, length);
+    if (!m_textStarts.empty()) AppendPending(text, length);
 }
 
 void CExpatReader::StartNamespace(const char* prefix, const char* uri) {

@@ -112,22 +112,39 @@ std::size_t NameTable::RecentSlot(std::string_view raw) {
     return static_cast<std::size_t>(mixed >> 56) % kRecentSlots;
 }
 
-const QualifiedName* NameTable::FindRaw(std::string_view raw) const {
-    Recent& recent = m_recent[RecentSlot(raw)];
-    if (recent.name && recent.raw == raw) return recent.name;
-    auto found = m_raw.find(raw);
+const QualifiedName& NameTable::Found(RawName& entry) {
+    if (m_latest) m_latest->next = &entry;
+    m_latest = &entry;
+    return entry.name;
+}
+
+const QualifiedName* NameTable::FindRaw(const char* raw) {
+    if (m_latest && m_latest->next) {
+        RawName* guess = m_latest->next;
+        // Stops at the NUL of either side, so a shorter spelling is never read past.
+        if (std::strncmp(guess->raw.data(), raw, guess->raw.size() + 1) == 0) {
+            m_latest = guess;
+            return &guess->name;
+        }
+    }
+    const std::string_view spelling(raw);
+    RawName*& recent = m_recent[RecentSlot(spelling)];
+    if (recent && recent->raw == spelling) return &Found(*recent);
+    auto found = m_raw.find(spelling);
     if (found == m_raw.end()) return nullptr;
-    recent = Recent{found->first, &found->second};
-    return &found->second;
+    recent = &found->second;
+    return &Found(found->second);
 }
 
 const QualifiedName& NameTable::AddRaw(std::string_view raw, const QualifiedName& name) {
     const std::string& stored = m_storage.emplace_back(raw);
-    return m_raw.emplace(std::string_view(stored), name).first->second;
+    RawName& entry = m_raw.emplace(std::string_view(stored), RawName{std::string_view(stored), name}).first->second;
+    return Found(entry);
 }
 
 void NameTable::Clear() {
-    m_recent.fill(Recent{});
+    m_recent.fill(nullptr);
+    m_latest = nullptr;
     m_raw.clear();
     m_interned.clear();
     m_storage.clear();

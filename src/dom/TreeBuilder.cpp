@@ -51,17 +51,26 @@ CXmlElement* TreeBuilder::Open(const std::string* uri, const std::string* localN
     return element.release();
 }
 
+std::vector<CXmlAttribute*>& TreeBuilder::AttributesOf(CXmlElement& element) {
+    // The list itself is a pool node like the element; the element's
+    // destructor gives it back there.
+    if (!element.m_attributes) {
+        void* node = element.m_document->m_nodes->Allocate(sizeof(std::vector<CXmlAttribute*>));
+        element.m_attributes = new (node) std::vector<CXmlAttribute*>;
+    }
+    return *element.m_attributes;
+}
+
 void TreeBuilder::ReserveAttributes(CXmlElement& element, std::size_t count) {
-    if (!element.m_attributes) element.m_attributes = new std::vector<CXmlAttribute*>;
-    element.m_attributes->reserve(element.m_attributes->size() + count);
+    std::vector<CXmlAttribute*>& attributes = AttributesOf(element);
+    attributes.reserve(attributes.size() + count);
 }
 
 void TreeBuilder::AddAttribute(CXmlElement& element, const std::string* localName, std::string value,
                                const std::string* uri) {
     std::unique_ptr<CXmlAttribute> attribute(
         new (*element.m_document->m_nodes) CXmlAttribute(localName, std::move(value), uri));
-    if (!element.m_attributes) element.m_attributes = new std::vector<CXmlAttribute*>;
-    element.m_attributes->push_back(attribute.get());
+    AttributesOf(element).push_back(attribute.get());
     attribute.release();
 }
 
@@ -70,12 +79,25 @@ void TreeBuilder::AppendText(CXmlElement& element, const char* text, std::size_t
 }
 
 void TreeBuilder::AppendRawText(CXmlElement& element, const char* text, std::size_t length) {
-    element.m_text.append(text, length);
+    // Appending past the inline room of an empty string would round its
+    // capacity up.
+    if (element.m_text.empty() && length > element.m_text.capacity()) {
+        element.m_text = std::string(text, length);
+    } else {
+        element.m_text.append(text, length);
+    }
 }
 
 CXmlElement* TreeBuilder::Top() const {
     return m_document.m_stack.empty() ? nullptr : m_document.m_stack.back().element;
 }
+
+CXmlElement* TreeBuilder::OpenElement(std::size_t depth) const {
+    const auto& stack = m_document.m_stack;
+    return depth < stack.size() ? stack[stack.size() - 1 - depth].element : nullptr;
+}
+
+bool TreeBuilder::HasCallback() const { return m_document.m_callback != nullptr; }
 
 void TreeBuilder::Close() {
     auto& stack = m_document.m_stack;

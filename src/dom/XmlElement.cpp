@@ -15,7 +15,12 @@ namespace KvXmlLib10 {
 
 namespace {
 
-bool IsInstanceOrXmlnsNamespace(const std::string& uri) { return uri == detail::kXsiNamespace || uri == detail::kXmlnsNamespace; }
+// Views compare lengths first: the usual attribute has no namespace at all.
+bool IsInstanceOrXmlnsNamespace(const std::string& uri) {
+    constexpr std::string_view xsi(detail::kXsiNamespace);
+    constexpr std::string_view xmlns(detail::kXmlnsNamespace);
+    return uri == xsi || uri == xmlns;
+}
 
 }  // namespace
 
@@ -64,7 +69,9 @@ void CXmlElement::operator delete(void* node, std::size_t size) noexcept { detai
 CXmlElement::~CXmlElement() {
     if (m_attributes) {
         for (CXmlAttribute* attribute : *m_attributes) delete attribute;
-        delete m_attributes;
+        using AttributeList = std::vector<CXmlAttribute*>;
+        m_attributes->~AttributeList();
+        detail::NodePool::Free(m_attributes, sizeof(AttributeList));
     }
 
     // Deleting children recursively would need one stack frame per level.

@@ -1,4 +1,7 @@
 // VariantText.cpp - KvVariant to and from text through the CConversions form of its type.
+#include <memory>
+#include <type_traits>
+
 #include "detail/VariantStorage.h"
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
@@ -81,12 +84,18 @@ std::string KvVariant::ToString(const char* format) const {
 
 void KvVariant::FromString(const std::string& text, ItemType type, CWhitespaceUtils::WhitespaceRule rule) {
     // Each conversion throws before the setter runs, so a failure leaves
-    // the variant as it was.
+    // the variant as it was. Values held by pointer are converted straight
+    // into their heap object rather than copied there by the setter.
+    auto own = [this](int32_t code, auto* object) {
+        std::unique_ptr<std::remove_pointer_t<decltype(object)>> held(object);
+        Clear();
+        SetOwned(code, held.release());
+    };
     switch (static_cast<int32_t>(type)) {
         case hexBinary:
-            return SetHexBinary(CConversions::hexBinaryFromString(text, rule));
+            return own(hexBinary, new CBinaryData(CConversions::hexBinaryFromString(text, rule)));
         case base64Binary:
-            return SetBase64Binary(CConversions::base64BinaryFromString(text, rule));
+            return own(base64Binary, new CBinaryData(CConversions::base64BinaryFromString(text, rule)));
         case i1:
             return SetI1(CConversions::i1FromString(text, rule));
         case i2:
@@ -108,11 +117,11 @@ void KvVariant::FromString(const std::string& text, ItemType type, CWhitespaceUt
         case r8:
             return SetR8(CConversions::r8FromString(text, rule));
         case duration:
-            return SetDuration(CConversions::durationFromString(text, rule));
+            return own(duration, new CDateTimeSpan(CConversions::durationFromString(text, rule)));
         case yearMonth:
-            return SetYearMonth(CConversions::yearMonthFromString(text, rule));
+            return own(yearMonth, new CDateTime(CConversions::yearMonthFromString(text, rule)));
         case monthDay:
-            return SetMonthDay(CConversions::monthDayFromString(text, rule));
+            return own(monthDay, new CDateTime(CConversions::monthDayFromString(text, rule)));
         case year:
             return SetYear(CConversions::yearFromString(text, rule));
         case month:
@@ -120,11 +129,11 @@ void KvVariant::FromString(const std::string& text, ItemType type, CWhitespaceUt
         case day:
             return SetDay(CConversions::dayFromString(text, rule));
         case date:
-            return SetDate(CConversions::dateFromString(text, rule));
+            return own(date, new CDateTime(CConversions::dateFromString(text, rule)));
         case datetime:
-            return SetDateTime(CConversions::datetimeFromString(text, rule));
+            return own(datetime, new CDateTime(CConversions::datetimeFromString(text, rule)));
         case time:
-            return SetTime(CConversions::timeFromString(text, rule));
+            return own(time, new CDateTime(CConversions::timeFromString(text, rule)));
         case char_:
             return SetChar(CConversions::charFromString(text, rule));
         case string:
@@ -132,9 +141,9 @@ void KvVariant::FromString(const std::string& text, ItemType type, CWhitespaceUt
         case boolean:
             return SetBoolean(CConversions::booleanFromString(text, rule));
         case decimal:
-            return SetDecimal(CConversions::decimalFromString(text, rule));
+            return own(decimal, new CDecimal(CConversions::decimalFromString(text, rule)));
         case integer:
-            return SetInteger(CConversions::integerFromString(text, rule));
+            return own(integer, new CBigInteger(CConversions::integerFromString(text, rule)));
         default:
             // The variant's own code, not the requested one, is reported.
             throw CKvException(FormatString("Invalid Type %d to convert to string", m_type));

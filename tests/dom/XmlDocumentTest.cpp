@@ -276,10 +276,13 @@ TEST(XmlDocumentReuse, ReplacesTreeButAccumulatesPrefixes) {
     EXPECT_EQ(document.GetDocumentElement(), nullptr);
     EXPECT_EQ(document.LookupNamespaceFromAlias("q"), "urn:two");
 
-    // A parse error leaves the partial tree.
-    EXPECT_KV_THROW(document.LoadXml("<a><b>text</b><c>"), CKvException, "no element found at line 1");
-    EXPECT_EQ(ChildNames(document.GetDocumentElement()), "b,c");
-    EXPECT_EQ(document.GetDocumentElement()->GetFirstElement()->GetText(), "text");
+    // A parse error leaves the partial tree, the text of elements still open included.
+    EXPECT_KV_THROW(document.LoadXml("<a>x<b>text</b>y<c>z&#13;"), CKvException, "no element found at line 1");
+    const CXmlElement* partial = document.GetDocumentElement();
+    EXPECT_EQ(ChildNames(partial), "b,c");
+    EXPECT_EQ(partial->GetText(), "xy");
+    EXPECT_EQ(partial->GetFirstElement()->GetText(), "text");
+    EXPECT_EQ(partial->GetFirstElement()->GetNextSiblingElement()->GetText(), "z");
 }
 
 TEST(XmlDocumentLifetime, FreesEveryNode) {

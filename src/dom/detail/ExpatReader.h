@@ -11,6 +11,9 @@
 #include <cstdint>
 #include <exception>
 #include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "dom/detail/LocalText.h"
 #include "dom/detail/NameTable.h"
@@ -60,16 +63,28 @@ private:
 
     void Cleanup();
     void StartElement(const char* name, const char** atts);
+    void EndElement();
     void Text(const char* text, int length);
     void StartNamespace(const char* prefix, const char* uri);
     void AppendLiteral(const char* text, std::size_t length);
     void CountEntity();
     const detail::QualifiedName& ResolveName(const char* raw);
+    void FlushText();
+    std::string_view PendingText(std::size_t start, std::size_t end);
+    void AppendPending(const char* text, std::size_t length);
 
     detail::TreeBuilder m_builder;
     detail::NameTable& m_names;
     std::unique_ptr<detail::LocalText> m_local;
     std::unique_ptr<XML_ParserStruct, ParserDeleter> m_parser;
+    // Text of the open elements, outermost first, each from its start offset
+    // on: a child's text is taken off the end when it closes, so its
+    // parent's stays contiguous. An element gets its text in one piece when
+    // it closes, instead of growing it chunk by chunk (indentation between
+    // children comes in many small chunks).
+    std::vector<char> m_text;
+    std::vector<std::size_t> m_textStarts;
+    std::size_t m_firstTextLevel = 0;  // the top level when m_text last stopped being empty
     std::exception_ptr m_error;
     uint64_t m_events = 0;
     uint32_t m_entityLimit = 0;  // 0: not counted

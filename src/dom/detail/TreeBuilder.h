@@ -8,10 +8,12 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "kvxml/core/SerializationContext.h"
 
 namespace KvXmlLib10 {
+class CXmlAttribute;
 class CXmlDocument;
 class CXmlElement;
 }  // namespace KvXmlLib10
@@ -44,12 +46,18 @@ public:
                              const std::string* uri);
     /// Appends text without its carriage returns.
     static void AppendText(CXmlElement& element, const char* text, std::size_t length);
-    /// Appends text as it is.
+    /// Appends text as it is; text set in one piece takes no spare room.
     static void AppendRawText(CXmlElement& element, const char* text, std::size_t length);
     /// The element being filled, or null.
     CXmlElement* Top() const;
+    /// The open element `depth` levels below the top (0: Top()), or null.
+    CXmlElement* OpenElement(std::size_t depth) const;
+    bool HasCallback() const;
     /// Closes the element being filled and offers it to the callback.
     void Close();
+
+    /// The element's attribute list, made on first use.
+    static std::vector<CXmlAttribute*>& AttributesOf(CXmlElement& element);
 
     // ---- for the nodes' own public building operations ----
     static CXmlElement* NewChild(CXmlElement& parent);
