@@ -211,19 +211,18 @@ TEST(FastInfosetWriter, IndexesCrossTheirLengthClassesAtTheFormatsBoundaries) {
 }
 
 TEST(FastInfosetWriter, RepeatedNamesReadBackAsTheNamesThatWereWritten) {
-    // Names whose parts would join into the same text, each written twice
-    // (the second time as an index), and enough of them to grow the index.
+    // Names whose parts join into the same text, each written twice (the
+    // second time as an index), and enough of them to grow the name index.
     std::vector<std::pair<std::string, std::string>> names = {
         {"urn:ab", "c"}, {"urn:a", "bc"}, {"", "urn:abc"}, {"urn:abcdefgh", "i"}, {"urn:abcdefg", "hi"}};
     for (int i = 0; i < 80; ++i) names.emplace_back("urn:n" + std::to_string(i % 3), "e" + std::to_string(i));
     Bytes bytes = Write([&](CFastInfosetWriter& w) {
         w.WriteStartElement("r", "");
-        for (int round = 0; round < 2; ++round) {
-            for (const auto& name : names) {
-                w.WriteStartElement(name.second, name.first);
-                w.WriteAttributeString(name.second, name.first, "v", string);
-                w.WriteEndElement();
-            }
+        for (int i = 0; i < 2 * static_cast<int>(names.size()); ++i) {
+            const auto& name = names[i % names.size()];
+            w.WriteStartElement(name.second, name.first);
+            w.WriteAttributeString(name.second, name.first, "v", string);
+            w.WriteEndElement();
         }
         w.WriteEndElement();
     });
@@ -231,12 +230,11 @@ TEST(FastInfosetWriter, RepeatedNamesReadBackAsTheNamesThatWereWritten) {
     document.LoadXmlStream(bytes.data(), static_cast<uint32_t>(bytes.size()));
     const CXmlElement* child = document.GetDocumentElement()->GetFirstElement();
     for (std::size_t i = 0; i < 2 * names.size(); ++i, child = child->GetNextSiblingElement()) {
-        const auto& name = names[i % names.size()];
-        ASSERT_NE(child, nullptr) << i;
-        EXPECT_EQ(child->GetNamespaceURI() + " " + child->GetLocalName(), name.first + " " + name.second) << i;
-        ASSERT_EQ(child->GetAttributes().size(), 1u) << i;
+        ASSERT_TRUE(child && child->GetAttributes().size() == 1) << i;
         const CXmlAttribute& attribute = *child->GetAttributes()[0];
-        EXPECT_EQ(attribute.GetNamespaceURI() + " " + attribute.GetLocalName(), name.first + " " + name.second) << i;
+        const std::string expected = names[i % names.size()].first + " " + names[i % names.size()].second;
+        EXPECT_EQ(child->GetNamespaceURI() + " " + child->GetLocalName(), expected) << i;
+        EXPECT_EQ(attribute.GetNamespaceURI() + " " + attribute.GetLocalName(), expected) << i;
     }
     EXPECT_EQ(child, nullptr);
 }
