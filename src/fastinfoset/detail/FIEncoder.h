@@ -2,10 +2,9 @@
 //
 // Everything below the namespace decisions: the bit-packed integers and
 // lengths, literal-or-index choices against the vocabulary, and the
-// terminators. CFastInfosetWriter and the converter tool both drive it, the
-// first with names it resolved itself, the second with the prefixes of the
-// XML text it reads. Output is buffered and handed to a sink in blocks, so
-// a document of any size passes through bounded memory.
+// terminators. CFastInfosetWriter drives it with the names it resolved.
+// Output is buffered and handed to a sink in blocks, so a document of any
+// size passes through bounded memory.
 #pragma once
 
 #include <cstddef>
