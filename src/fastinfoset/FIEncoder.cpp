@@ -281,40 +281,36 @@ void FIEncoder::EncodedCharacterStringBit5(uint8_t bits, const char* text, std::
 
 // --- strings and names against the tables -----------------------------------
 
-void FIEncoder::NonIdentifyingStringOrIndexBit1(const char* text, std::size_t length, CFIStringTable& table,
-                                                uint32_t maxAddLength, FIEncoding encoding) {
+uint32_t FIEncoder::ValueIndexOrAdd(std::string_view value, CFIStringTable& table) {
+    // One lookup either way: a value already there keeps an index within
+    // the old count, a new one takes the next (or 0 in a full table).
+    const uint32_t count = table.GetCount();
+    const uint32_t index = table.AddValueToMap(value);
+    return index <= count ? index : 0;
+}
+
+void FIEncoder::NonIdentifyingStringOrIndexBit1(const char* text, std::size_t length, FIEncoding encoding) {
     if (length == 0) {
         Integer0To2pw20Bit2(0x80, 0);  // index 0: the empty string
         return;
     }
-    if (length < maxAddLength) {
-        m_key.assign(text, length);
-        uint32_t index = 0;
-        if (table.FindIndex(m_key, index)) {
-            Integer1To2pw20Bit2(0x80, index);
-            return;
-        }
-        table.AddValueToMap(m_key);
+    if (length >= m_context.GetAttributeMaxAddLength()) {
+        EncodedCharacterStringBit3(0x00, text, length, encoding);
+    } else if (const uint32_t index = ValueIndexOrAdd({text, length}, m_vocabulary.GetAttributeValuesTable())) {
+        Integer1To2pw20Bit2(0x80, index);
+    } else {
         EncodedCharacterStringBit3(0x40, text, length, encoding);
-        return;
     }
-    EncodedCharacterStringBit3(0x00, text, length, encoding);
 }
 
-void FIEncoder::NonIdentifyingStringOrIndexBit3(const char* text, std::size_t length, CFIStringTable& table,
-                                                uint32_t maxAddLength, FIEncoding encoding) {
-    if (length < maxAddLength) {
-        m_key.assign(text, length);
-        uint32_t index = 0;
-        if (table.FindIndex(m_key, index)) {
-            Integer1To2pw20Bit4(0xA0, index);
-            return;
-        }
-        table.AddValueToMap(m_key);
+void FIEncoder::NonIdentifyingStringOrIndexBit3(const char* text, std::size_t length, FIEncoding encoding) {
+    if (length >= m_context.GetElementMaxAddLength()) {
+        EncodedCharacterStringBit5(0x80, text, length, encoding);
+    } else if (const uint32_t index = ValueIndexOrAdd({text, length}, m_vocabulary.GetCharacterChunksTable())) {
+        Integer1To2pw20Bit4(0xA0, index);
+    } else {
         EncodedCharacterStringBit5(0x90, text, length, encoding);
-        return;
     }
-    EncodedCharacterStringBit5(0x80, text, length, encoding);
 }
 
 void FIEncoder::IdentifyingStringOrIndex(const std::string& text, CFIStringTable& table) {
@@ -329,65 +325,6 @@ void FIEncoder::IdentifyingStringOrIndex(const std::string& text, CFIStringTable
     table.AddValueToMap(text);
 }
 
-// --- the name cache -------------------------------------------------------------
-
-uint64_t FINameCache::Hash(const FIQName& name, bool hasPrefix) {
-    // FNV-1a style over the parts eight bytes at a time, each part closed
-    // by its length; a collision only costs a confirmed miss.
-    uint64_t hash = 1469598103934665603ULL;
-    const auto mix = [&hash](const std::string& part) {
-        const char* at = part.data();
-        std::size_t left = part.size();
-        for (; left >= 8; at += 8, left -= 8) {
-            uint64_t word;
-            std::memcpy(&word, at, 8);
-            hash = (hash ^ word) * 1099511628211ULL;
-            hash ^= hash >> 29;
-        }
-        for (; left > 0; ++at, --left) hash = (hash ^ static_cast<unsigned char>(*at)) * 1099511628211ULL;
-        hash = (hash ^ (part.size() | 0x100000000ULL)) * 1099511628211ULL;
-        hash ^= hash >> 29;
-    };
-    if (hasPrefix) mix(name.prefix);
-    mix(name.namespaceName);
-    mix(name.localName);
-    return hash;
-}
-
-uint32_t FINameCache::Find(uint64_t hash, const FIQName& name, bool hasPrefix, const CFIVocabulary& vocabulary,
-                           const CFIQNameTable& table) const {
-    const std::size_t mask = m_slots.size() - 1;
-    for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
-        const Slot& slot = m_slots[at];
-        if (slot.index == 0) return 0;
-        if (slot.hash != hash) continue;
-        const CQNameParts* parts = table.GetAt(slot.index);
-        const std::string* local = parts ? vocabulary.GetLocalNamesTable().GetAt(parts->localName) : nullptr;
-        if (!local || *local != name.localName) continue;
-        const std::string* uri = vocabulary.GetNamespaceNamesTable().GetAt(parts->namespaceName);
-        if (uri ? *uri != name.namespaceName : !name.namespaceName.empty()) continue;
-        const std::string* prefix = vocabulary.GetPrefixNamesTable().GetAt(parts->prefix);
-        if (hasPrefix ? (!prefix || *prefix != name.prefix) : prefix != nullptr) continue;
-        return slot.index;
-    }
-}
-
-void FINameCache::Add(uint64_t hash, uint32_t index) {
-    if (m_used >= kMaxEntries) return;
-    if (2 * (m_used + 1) > m_slots.size()) {
-        std::vector<Slot> old(2 * m_slots.size());
-        old.swap(m_slots);
-        m_used = 0;
-        for (const Slot& slot : old)
-            if (slot.index) Add(slot.hash, slot.index);
-    }
-    const std::size_t mask = m_slots.size() - 1;
-    std::size_t at = hash & mask;
-    while (m_slots[at].index != 0) at = (at + 1) & mask;
-    m_slots[at] = Slot{hash, index};
-    ++m_used;
-}
-
 void FIEncoder::WriteNameIndex(uint8_t bits, uint32_t index, bool elementIndex) {
     if (elementIndex) {
         Integer1To2pw20Bit3(bits, index);
@@ -396,35 +333,49 @@ void FIEncoder::WriteNameIndex(uint8_t bits, uint32_t index, bool elementIndex) 
     }
 }
 
+namespace {
+
+std::string_view Stored(const CFIStringTable& table, uint32_t index) {
+    const std::string* entry = table.GetAt(index);
+    return entry ? std::string_view(*entry) : std::string_view();
+}
+
+}  // namespace
+
 void FIEncoder::QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& name, CFIQNameTable& table,
                               bool elementIndex, FINameCache& cache) {
     const bool hasNamespace = !name.namespaceName.empty();
     const bool hasPrefix = hasNamespace && !name.prefix.empty();  // a prefix needs a namespace
-    const uint64_t hash = FINameCache::Hash(name, hasPrefix);
-    if (const uint32_t cached = cache.Find(hash, name, hasPrefix, m_vocabulary, table)) {
+    const FINameCache::Key key = {hasPrefix ? std::string_view(name.prefix) : std::string_view(),
+                                      name.namespaceName, name.localName};
+    const uint64_t hash = FINameCache::Hash(key);
+    if (const uint32_t cached = cache.Find(hash, key)) {
         WriteNameIndex(bits, cached, elementIndex);
         return;
     }
+    uint32_t index = 0;
     CQNameParts parts;
     if ((!hasPrefix || m_vocabulary.FindPrefixNameIndex(name.prefix, parts.prefix)) &&
         (!hasNamespace || m_vocabulary.FindNamespaceNameIndex(name.namespaceName, parts.namespaceName)) &&
-        m_vocabulary.FindLocalNameIndex(name.localName, parts.localName)) {
-        uint32_t index = 0;
-        if (table.FindIndex(parts, index)) {
-            cache.Add(hash, index);
-            WriteNameIndex(bits, index, elementIndex);
-            return;
-        }
+        m_vocabulary.FindLocalNameIndex(name.localName, parts.localName) && table.FindIndex(parts, index)) {
+        WriteNameIndex(bits, index, elementIndex);
+    } else {
+        Put(static_cast<uint8_t>(bits | literalBits | (hasPrefix ? 0x02 : 0) | (hasNamespace ? 0x01 : 0)));
+        if (hasPrefix) IdentifyingStringOrIndex(name.prefix, m_vocabulary.GetPrefixNamesTable());
+        if (hasNamespace) IdentifyingStringOrIndex(name.namespaceName, m_vocabulary.GetNamespaceNamesTable());
+        IdentifyingStringOrIndex(name.localName, m_vocabulary.GetLocalNamesTable());
+        static const std::string kNone;
+        const std::string& prefix = hasPrefix ? name.prefix : kNone;
+        index = elementIndex ? m_vocabulary.AddElement(prefix, name.namespaceName, name.localName)
+                             : m_vocabulary.AddAttribute(prefix, name.namespaceName, name.localName);
     }
-    Put(static_cast<uint8_t>(bits | literalBits | (hasPrefix ? 0x02 : 0) | (hasNamespace ? 0x01 : 0)));
-    if (hasPrefix) IdentifyingStringOrIndex(name.prefix, m_vocabulary.GetPrefixNamesTable());
-    if (hasNamespace) IdentifyingStringOrIndex(name.namespaceName, m_vocabulary.GetNamespaceNamesTable());
-    IdentifyingStringOrIndex(name.localName, m_vocabulary.GetLocalNamesTable());
-    static const std::string kNone;
-    const std::string& prefix = hasPrefix ? name.prefix : kNone;
-    const uint32_t index = elementIndex ? m_vocabulary.AddElement(prefix, name.namespaceName, name.localName)
-                                        : m_vocabulary.AddAttribute(prefix, name.namespaceName, name.localName);
-    if (index != 0) cache.Add(hash, index);
+    // The cache views the vocabulary's copies of the parts.
+    if (const CQNameParts* stored = index != 0 ? table.GetAt(index) : nullptr) {
+        cache.Add(hash, index,
+                  {Stored(m_vocabulary.GetPrefixNamesTable(), stored->prefix),
+                   Stored(m_vocabulary.GetNamespaceNamesTable(), stored->namespaceName),
+                   Stored(m_vocabulary.GetLocalNamesTable(), stored->localName)});
+    }
 }
 
 void FIEncoder::QualifiedNameOrIndexBit2(uint8_t bits, const FIQName& name) {
@@ -477,15 +428,13 @@ void FIEncoder::StartElement(const FIQName& name, bool hasAttributes, const FINa
 
 void FIEncoder::Attribute(const FIQName& name, const std::string& value, FIEncoding encoding) {
     QualifiedNameOrIndexBit2(0x00, name);
-    NonIdentifyingStringOrIndexBit1(value.data(), value.size(), m_vocabulary.GetAttributeValuesTable(),
-                                    m_context.GetAttributeMaxAddLength(), encoding);
+    NonIdentifyingStringOrIndexBit1(value.data(), value.size(), encoding);
 }
 
 void FIEncoder::Characters(const char* text, std::size_t length, FIEncoding encoding) {
     if (length == 0) return;
     BeforeItem();
-    NonIdentifyingStringOrIndexBit3(text, length, m_vocabulary.GetCharacterChunksTable(),
-                                    m_context.GetElementMaxAddLength(), encoding);
+    NonIdentifyingStringOrIndexBit3(text, length, encoding);
 }
 
 void FIEncoder::EndElement() {

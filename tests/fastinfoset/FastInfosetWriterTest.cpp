@@ -9,6 +9,7 @@
 #include "bindings/AllTypes.h"
 #include "bindings/Ticket.h"
 #include "core/BindingTestSupport.h"
+#include "kvxml/dom/XmlDocument.h"
 #include "kvxml/fastinfoset/FastInfosetWriter.h"
 #include "support/KvTestSupport.h"
 
@@ -207,6 +208,35 @@ TEST(FastInfosetWriter, IndexesCrossTheirLengthClassesAtTheFormatsBoundaries) {
         ASSERT_GE(bytes.size(), tail.size()) << c.what;
         EXPECT_EQ(Hex(Bytes(bytes.end() - static_cast<long>(tail.size()), bytes.end())), Hex(tail)) << c.what;
     }
+}
+
+TEST(FastInfosetWriter, RepeatedNamesReadBackAsTheNamesThatWereWritten) {
+    // Names whose parts join into the same text, each written twice (the
+    // second time as an index), and enough of them to grow the name index.
+    std::vector<std::pair<std::string, std::string>> names = {
+        {"urn:ab", "c"}, {"urn:a", "bc"}, {"", "urn:abc"}, {"urn:abcdefgh", "i"}, {"urn:abcdefg", "hi"}};
+    for (int i = 0; i < 80; ++i) names.emplace_back("urn:n" + std::to_string(i % 3), "e" + std::to_string(i));
+    Bytes bytes = Write([&](CFastInfosetWriter& w) {
+        w.WriteStartElement("r", "");
+        for (int i = 0; i < 2 * static_cast<int>(names.size()); ++i) {
+            const auto& name = names[i % names.size()];
+            w.WriteStartElement(name.second, name.first);
+            w.WriteAttributeString(name.second, name.first, "v", string);
+            w.WriteEndElement();
+        }
+        w.WriteEndElement();
+    });
+    CXmlDocument document;
+    document.LoadXmlStream(bytes.data(), static_cast<uint32_t>(bytes.size()));
+    const CXmlElement* child = document.GetDocumentElement()->GetFirstElement();
+    for (std::size_t i = 0; i < 2 * names.size(); ++i, child = child->GetNextSiblingElement()) {
+        ASSERT_TRUE(child && child->GetAttributes().size() == 1) << i;
+        const CXmlAttribute& attribute = *child->GetAttributes()[0];
+        const std::string expected = names[i % names.size()].first + " " + names[i % names.size()].second;
+        EXPECT_EQ(child->GetNamespaceURI() + " " + child->GetLocalName(), expected) << i;
+        EXPECT_EQ(attribute.GetNamespaceURI() + " " + attribute.GetLocalName(), expected) << i;
+    }
+    EXPECT_EQ(child, nullptr);
 }
 
 TEST(FastInfosetWriter, DeclarationsAndGeneratedVocabularyPrecedeTheBody) {

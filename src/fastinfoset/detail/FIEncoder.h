@@ -2,10 +2,9 @@
 //
 // Everything below the namespace decisions: the bit-packed integers and
 // lengths, literal-or-index choices against the vocabulary, and the
-// terminators. CFastInfosetWriter and the converter tool both drive it, the
-// first with names it resolved itself, the second with the prefixes of the
-// XML text it reads. Output is buffered and handed to a sink in blocks, so
-// a document of any size passes through bounded memory.
+// terminators. CFastInfosetWriter drives it with the names it resolved.
+// Output is buffered and handed to a sink in blocks, so a document of any
+// size passes through bounded memory.
 #pragma once
 
 #include <cstddef>
@@ -15,6 +14,7 @@
 #include <vector>
 
 #include "kvxml/fastinfoset/FastInfosetContext.h"
+#include "fastinfoset/detail/FINameCache.h"
 #include "kvxml/fastinfoset/FIVocabulary.h"
 
 namespace KvXmlLib10::detail {
@@ -46,28 +46,6 @@ using FIEncoding = CFastInfosetContext::EncodedCharacterString;
 
 /// The declaration text of FInfoDecl values 1 to 9; null otherwise.
 const char* FInfoDeclarationText(int32_t decl);
-
-/// Qualified name -> table index by one hash over the three parts; the
-/// vocabulary entry confirms every hit, so a hash collision costs only a
-/// miss. Holds at most kMaxEntries names (further ones take the slow path).
-class FINameCache {
-public:
-    static constexpr std::size_t kMaxEntries = std::size_t{1} << 16;
-
-    static uint64_t Hash(const FIQName& name, bool hasPrefix);
-    /// The cached index for the name with this hash, or 0.
-    uint32_t Find(uint64_t hash, const FIQName& name, bool hasPrefix, const CFIVocabulary& vocabulary,
-                  const CFIQNameTable& table) const;
-    void Add(uint64_t hash, uint32_t index);
-
-private:
-    struct Slot {
-        uint64_t hash = 0;
-        uint32_t index = 0;  // 0: empty
-    };
-    std::vector<Slot> m_slots = std::vector<Slot>(64);
-    std::size_t m_used = 0;
-};
 
 class FIEncoder {
 public:
@@ -114,10 +92,10 @@ public:
     /// and time), four bits a character, an odd count padded with F.
     static void AppendRestrictedAlphabetString(uint32_t alphabet, const char* text, std::size_t length,
                                                std::string& out);
-    void NonIdentifyingStringOrIndexBit1(const char* text, std::size_t length, CFIStringTable& table,
-                                         uint32_t maxAddLength, FIEncoding encoding);
-    void NonIdentifyingStringOrIndexBit3(const char* text, std::size_t length, CFIStringTable& table,
-                                         uint32_t maxAddLength, FIEncoding encoding);
+    /// Attribute values (Bit1) and character chunks (Bit3) against their
+    /// tables.
+    void NonIdentifyingStringOrIndexBit1(const char* text, std::size_t length, FIEncoding encoding);
+    void NonIdentifyingStringOrIndexBit3(const char* text, std::size_t length, FIEncoding encoding);
     void QualifiedNameOrIndexBit2(uint8_t bits, const FIQName& name);
     void QualifiedNameOrIndexBit3(uint8_t bits, const FIQName& name);
 
@@ -150,6 +128,9 @@ private:
     const unsigned char* ToUtf8(const char* text, std::size_t& length);
     void QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& name, CFIQNameTable& table,
                        bool elementIndex, FINameCache& cache);
+    /// The index of a value already in the table, or 0 for a new one (added
+    /// unless the table is full).
+    uint32_t ValueIndexOrAdd(std::string_view value, CFIStringTable& table);
     void WriteNameIndex(uint8_t bits, uint32_t index, bool elementIndex);
 
     FIOctetSink& m_sink;
@@ -164,7 +145,8 @@ private:
     std::string m_utf8;
     std::string m_packed;
     std::string m_key;
-    // One lookup per name instead of one per part and one for the triple.
+    // One probe per name instead of one lookup per part and one for the
+    // triple.
     FINameCache m_elementIndexes;
     FINameCache m_attributeIndexes;
 };
