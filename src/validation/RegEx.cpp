@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -23,6 +24,7 @@
 #include "kvxml/output/Encoder.h"
 #include "output/detail/PlainAscii.h"
 #include "validation/detail/PatternTranslation.h"
+#include "validation/detail/TestPattern.h"
 
 namespace KvXmlLib10 {
 
@@ -73,7 +75,11 @@ struct MatchContextDeleter {
 struct JitStackDeleter {
     void operator()(pcre2_jit_stack* stack) const noexcept { pcre2_jit_stack_free(stack); }
 };
+struct GeneralContextDeleter {
+    void operator()(pcre2_general_context* context) const noexcept { pcre2_general_context_free(context); }
+};
 using CodePtr = std::unique_ptr<pcre2_code, CodeDeleter>;
+using GeneralContextPtr = std::unique_ptr<pcre2_general_context, GeneralContextDeleter>;
 using MatchDataPtr = std::unique_ptr<pcre2_match_data, MatchDataDeleter>;
 using MatchContextPtr = std::unique_ptr<pcre2_match_context, MatchContextDeleter>;
 using JitStackPtr = std::unique_ptr<pcre2_jit_stack, JitStackDeleter>;
@@ -97,6 +103,87 @@ int MatchJit(const pcre2_code* code, PCRE2_SPTR subject, size_t length, pcre2_ma
     return found;
 }
 
+// What a match needs besides the pattern: a match context and a match block,
+// whose backtracking frames PCRE2 allocates on first use (20 KiB at least).
+// Each thread keeps one of each between calls, so matching a value usually
+// allocates nothing; no pattern is kept. A block whose frames grew past
+// kKeptFramesBytes is given back once its match is done.
+class MatchScratch {
+public:
+    static MatchScratch& ForThread() {
+        thread_local MatchScratch scratch;
+        return scratch;
+    }
+
+    pcre2_match_context* Context() {
+        if (!m_context) m_context.reset(pcre2_match_context_create(m_general.get()));
+        if (!m_context) throw std::bad_alloc();
+        return m_context.get();
+    }
+
+    // A block with room for at least `pairs` offset pairs.
+    pcre2_match_data* Data(uint32_t pairs) {
+        if (!m_data || pcre2_get_ovector_count(m_data.get()) < pairs) {
+            m_data.reset();
+            m_data.reset(pcre2_match_data_create(pairs, m_general.get()));
+        }
+        if (!m_data) throw std::bad_alloc();
+        return m_data.get();
+    }
+
+    // Ends one match: a block that grew large is not kept.
+    void Done() noexcept {
+        if (m_largest > kKeptFramesBytes) m_data.reset();
+        m_largest = 0;
+    }
+
+private:
+    static constexpr size_t kKeptFramesBytes = 256 * 1024;
+
+    MatchScratch() : m_general(pcre2_general_context_create(Allocate, Free, this)) {
+        if (!m_general) throw std::bad_alloc();
+    }
+
+    static void* Allocate(size_t size, void* self) {
+        auto* scratch = static_cast<MatchScratch*>(self);
+        scratch->m_largest = std::max(scratch->m_largest, size);
+        return std::malloc(size);
+    }
+    static void Free(void* block, void*) { std::free(block); }
+
+    size_t m_largest = 0;  // the largest block PCRE2 asked for since the last Done
+    GeneralContextPtr m_general;
+    MatchContextPtr m_context;
+    MatchDataPtr m_data;
+};
+
+// Hands the scratch back however the match ends.
+struct ScratchUse {
+    MatchScratch& scratch = MatchScratch::ForThread();
+    ~ScratchUse() { scratch.Done(); }
+};
+
+// The anchored PCRE2 text of a schema pattern, NUL-terminated. A short
+// pattern without escapes, the common case, is anchored on the stack.
+class AnchoredPattern {
+public:
+    explicit AnchoredPattern(const std::string& pattern) {
+        if (pattern.size() + 3 > sizeof m_short || pattern.find_first_of("\\\x01") != std::string::npos) {
+            m_long = detail::TranslatePattern(pattern);
+            return;
+        }
+        m_short[0] = '^';
+        std::memcpy(m_short + 1, pattern.data(), pattern.size());
+        m_short[pattern.size() + 1] = '$';
+        m_short[pattern.size() + 2] = '\0';
+    }
+    const char* Text() const { return m_long.empty() ? m_short : m_long.c_str(); }
+
+private:
+    char m_short[128];
+    std::string m_long;
+};
+
 [[noreturn]] void ThrowCompileError(int errorCode, const std::string& value) {
     PCRE2_UCHAR reason[256] = {0};
     // A negative result means a truncated or unknown message; what the buffer
@@ -108,23 +195,30 @@ int MatchJit(const pcre2_code* code, PCRE2_SPTR subject, size_t length, pcre2_ma
 
 }  // namespace
 
-bool TestRegEx(std::string pattern, std::string value) {
-    const std::string translated = detail::TranslatePattern(std::move(pattern));
+bool TestRegEx(std::string pattern, std::string value) { return detail::TestPattern(pattern, value); }
+
+namespace detail {
+
+bool TestPattern(const std::string& pattern, const std::string& value) {
+    const AnchoredPattern translated(pattern);
 
     // Zero-terminated on purpose: the pattern ends at its first NUL. Anchored
     // when compiled rather than when matched, which means the same and is the
-    // only form the JIT accepts.
+    // only form the JIT accepts. The start-of-match optimisations can only
+    // reject a subject early, and an anchored match has a single start: they
+    // cannot change its outcome, so the study that prepares them is skipped.
     int errorCode = 0;
     PCRE2_SIZE errorOffset = 0;
-    CodePtr code(pcre2_compile(reinterpret_cast<PCRE2_SPTR>(translated.c_str()), PCRE2_ZERO_TERMINATED,
-                               PCRE2_UTF | PCRE2_ANCHORED, &errorCode, &errorOffset, nullptr));
+    CodePtr code(pcre2_compile(reinterpret_cast<PCRE2_SPTR>(translated.Text()), PCRE2_ZERO_TERMINATED,
+                               PCRE2_UTF | PCRE2_ANCHORED | PCRE2_NO_START_OPTIMIZE, &errorCode, &errorOffset,
+                               nullptr));
     if (!code) ThrowCompileError(errorCode, value);
 
     uint32_t captures = 0;
     if (pcre2_pattern_info(code.get(), PCRE2_INFO_CAPTURECOUNT, &captures) != 0) return false;
-    MatchDataPtr matchData(pcre2_match_data_create(captures + 1, nullptr));
-    MatchContextPtr context(pcre2_match_context_create(nullptr));
-    if (!matchData || !context) throw std::bad_alloc();
+    ScratchUse use;
+    pcre2_match_data* matchData = use.scratch.Data(captures + 1);
+    pcre2_match_context* context = use.scratch.Context();
 
     // The value, like a C string, ends at its first NUL.
     // Plain ASCII is its own UTF-8 and needs no converted copy.
@@ -140,9 +234,9 @@ bool TestRegEx(std::string pattern, std::string value) {
         length = static_cast<size_t>(static_cast<const char*>(nul) - subject);
     }
 
-    pcre2_set_match_limit(context.get(), Scaled(kMatchLimit, kMatchStepsPerByte, length));
-    pcre2_set_depth_limit(context.get(), Scaled(kDepthLimit, kDepthPerByte, length));
-    pcre2_set_heap_limit(context.get(), Scaled(kHeapLimitKiB, kHeapKiBPerByte, length, kHeapLimitCapKiB));
+    pcre2_set_match_limit(context, Scaled(kMatchLimit, kMatchStepsPerByte, length));
+    pcre2_set_depth_limit(context, Scaled(kDepthLimit, kDepthPerByte, length));
+    pcre2_set_heap_limit(context, Scaled(kHeapLimitKiB, kHeapKiBPerByte, length, kHeapLimitCapKiB));
 
     // Long values run on the JIT: a repeated group costs it some 32 bytes of
     // stack per character against some 500 bytes of the interpreter's heap
@@ -151,15 +245,17 @@ bool TestRegEx(std::string pattern, std::string value) {
     const auto* text = reinterpret_cast<PCRE2_SPTR>(subject);
     int found = PCRE2_ERROR_JIT_STACKLIMIT;
     if (length >= kJitMinLength && pcre2_jit_compile(code.get(), PCRE2_JIT_COMPLETE) == 0) {
-        found = MatchJit(code.get(), text, length, matchData.get(), context.get());
+        found = MatchJit(code.get(), text, length, matchData, context);
     }
     if (found == PCRE2_ERROR_JIT_STACKLIMIT) {
-        found = pcre2_match(code.get(), text, length, 0, PCRE2_NO_JIT, matchData.get(), context.get());
+        found = pcre2_match(code.get(), text, length, 0, PCRE2_NO_JIT, matchData, context);
     }
     // Any other negative result (no match, malformed UTF-8, a limit reached) is no match.
     if (found <= 0) return false;
-    const PCRE2_SIZE* offsets = pcre2_get_ovector_pointer(matchData.get());
+    const PCRE2_SIZE* offsets = pcre2_get_ovector_pointer(matchData);
     return offsets[0] == 0 && offsets[1] == length;
 }
+
+}  // namespace detail
 
 }  // namespace KvXmlLib10
