@@ -88,15 +88,15 @@ using JitStackPtr = std::unique_ptr<pcre2_jit_stack, JitStackDeleter>;
 // for most patterns, and free), then on stacks sized for the value, growing
 // while the match runs out. PCRE2_ERROR_JIT_STACKLIMIT when even the largest
 // stack (or the memory for one) was not enough.
-int MatchJit(const pcre2_code* code, PCRE2_SPTR subject, size_t length, pcre2_match_data* matchData,
-             pcre2_match_context* context) {
-    int found = pcre2_match(code, subject, length, 0, 0, matchData, context);
+int MatchJit(const pcre2_code* code, PCRE2_SPTR subject, size_t length, uint32_t options,
+             pcre2_match_data* matchData, pcre2_match_context* context) {
+    int found = pcre2_match(code, subject, length, 0, options, matchData, context);
     for (uint64_t size = kJitStackPerByte * length; found == PCRE2_ERROR_JIT_STACKLIMIT; size *= kJitStackGrowth) {
         size = std::min(size, kJitStackCap);
         JitStackPtr stack(pcre2_jit_stack_create(kJitStackStart, static_cast<size_t>(size), nullptr));
         if (!stack) break;
         pcre2_jit_stack_assign(context, nullptr, stack.get());
-        found = pcre2_match(code, subject, length, 0, 0, matchData, context);
+        found = pcre2_match(code, subject, length, 0, options, matchData, context);
         pcre2_jit_stack_assign(context, nullptr, nullptr);
         if (size == kJitStackCap) break;
     }
@@ -168,7 +168,12 @@ struct ScratchUse {
 class AnchoredPattern {
 public:
     explicit AnchoredPattern(const std::string& pattern) {
-        if (pattern.size() + 3 > sizeof m_short || pattern.find_first_of("\\\x01") != std::string::npos) {
+        bool escapes = false;
+        for (const char c : pattern) {
+            escapes |= c == '\\' || c == '\x01';
+            m_ascii &= static_cast<unsigned char>(c) < 0x80;
+        }
+        if (escapes || pattern.size() + 3 > sizeof m_short) {
             m_long = detail::TranslatePattern(pattern);
             return;
         }
@@ -178,10 +183,13 @@ public:
         m_short[pattern.size() + 2] = '\0';
     }
     const char* Text() const { return m_long.empty() ? m_short : m_long.c_str(); }
+    // ASCII text is valid UTF-8: PCRE2 need not check it.
+    uint32_t CheckOption() const { return m_ascii ? PCRE2_NO_UTF_CHECK : 0; }
 
 private:
     char m_short[128];
     std::string m_long;
+    bool m_ascii = true;
 };
 
 [[noreturn]] void ThrowCompileError(int errorCode, const std::string& value) {
@@ -209,9 +217,9 @@ bool TestPattern(const std::string& pattern, const std::string& value) {
     // cannot change its outcome, so the study that prepares them is skipped.
     int errorCode = 0;
     PCRE2_SIZE errorOffset = 0;
-    CodePtr code(pcre2_compile(reinterpret_cast<PCRE2_SPTR>(translated.Text()), PCRE2_ZERO_TERMINATED,
-                               PCRE2_UTF | PCRE2_ANCHORED | PCRE2_NO_START_OPTIMIZE, &errorCode, &errorOffset,
-                               nullptr));
+    const uint32_t options = PCRE2_UTF | PCRE2_ANCHORED | PCRE2_NO_START_OPTIMIZE | translated.CheckOption();
+    CodePtr code(pcre2_compile(reinterpret_cast<PCRE2_SPTR>(translated.Text()), PCRE2_ZERO_TERMINATED, options,
+                               &errorCode, &errorOffset, nullptr));
     if (!code) ThrowCompileError(errorCode, value);
 
     uint32_t captures = 0;
@@ -225,7 +233,9 @@ bool TestPattern(const std::string& pattern, const std::string& value) {
     CBinaryData utf8;
     const char* subject = value.c_str();
     size_t length = value.size();
+    uint32_t matchOptions = PCRE2_NO_UTF_CHECK;
     if (!detail::IsPlainAsciiText(value.data(), value.size())) {
+        matchOptions = 0;  // converted: PCRE2 checks it
         utf8 = CEncoder::LocalCodePageToUtf8Binary(value);
         subject = utf8.GetLength() ? reinterpret_cast<const char*>(utf8.GetData()) : "";
         length = utf8.GetLength();
@@ -245,10 +255,10 @@ bool TestPattern(const std::string& pattern, const std::string& value) {
     const auto* text = reinterpret_cast<PCRE2_SPTR>(subject);
     int found = PCRE2_ERROR_JIT_STACKLIMIT;
     if (length >= kJitMinLength && pcre2_jit_compile(code.get(), PCRE2_JIT_COMPLETE) == 0) {
-        found = MatchJit(code.get(), text, length, matchData, context);
+        found = MatchJit(code.get(), text, length, matchOptions, matchData, context);
     }
     if (found == PCRE2_ERROR_JIT_STACKLIMIT) {
-        found = pcre2_match(code.get(), text, length, 0, PCRE2_NO_JIT, matchData, context);
+        found = pcre2_match(code.get(), text, length, 0, matchOptions | PCRE2_NO_JIT, matchData, context);
     }
     // Any other negative result (no match, malformed UTF-8, a limit reached) is no match.
     if (found <= 0) return false;
