@@ -315,7 +315,8 @@ void CXmlTextWriter::WriteString(const std::string& text, ItemType /*type*/) {
     if (text.empty()) return;
     CXmlWriterContext* context = GetCurrentContext();
     const std::string& name = CurrentElementName();
-    const bool sections = text.compare(0, kCdataOpenLength, kCdataOpen) == 0;
+    const bool sections = text.size() >= kCdataOpenLength && text[0] == '<' &&
+                          std::memcmp(text.data(), kCdataOpen, kCdataOpenLength) == 0;
     if (sections) EscapeWithSections(text, name);
     const size_t mark = m_stream.GetLength();
     const bool closesTag = context && context->IsStartTagOpen();

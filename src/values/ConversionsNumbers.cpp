@@ -43,7 +43,30 @@ struct Converted {
     bool trailing;
 };
 
+// Up to 18 decimal digits after an optional sign, and nothing else: the
+// common form, read directly. Cannot overflow, so strtoll and strtoull would
+// give the same value without a range error. False for any other text.
+bool ReadShortDigits(const char* text, bool& negative, uint64_t& magnitude) {
+    negative = *text == '-';
+    if (negative || *text == '+') ++text;
+    const char* digits = text;
+    uint64_t value = 0;
+    for (; *text >= '0' && *text <= '9'; ++text) {
+        if (text - digits == 18) return false;
+        value = value * 10 + static_cast<uint64_t>(*text - '0');
+    }
+    if (*text != '\0' || text == digits) return false;
+    magnitude = value;
+    return true;
+}
+
 Converted<int64_t> ConvertSigned64(const char* text) {
+    bool negative = false;
+    uint64_t magnitude = 0;
+    if (ReadShortDigits(text, negative, magnitude)) {
+        const auto value = static_cast<int64_t>(magnitude);
+        return {negative ? -value : value, false, false};
+    }
     char* end = nullptr;
     errno = 0;
     const long long value = strtoll_l(text, &end, 10, detail::CNumericLocale());
@@ -51,6 +74,9 @@ Converted<int64_t> ConvertSigned64(const char* text) {
 }
 
 Converted<uint64_t> ConvertUnsigned64(const char* text) {
+    bool negative = false;
+    uint64_t magnitude = 0;
+    if (ReadShortDigits(text, negative, magnitude)) return {negative ? 0 - magnitude : magnitude, false, false};
     char* end = nullptr;
     errno = 0;
     const unsigned long long value = strtoull_l(text, &end, 10, detail::CNumericLocale());
