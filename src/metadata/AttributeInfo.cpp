@@ -113,8 +113,7 @@ void CAttributeInfoPrimitive::AttributeToXml(const CXmlSerializationContext& con
     // than being dropped silently.
     std::string text = value.ToString(m_numberFormat.c_str());
     if (SuppressedAsDefault(*this, context, text)) return;
-    KvVariant checked(value);
-    CheckRestriction(checked);
+    CheckRestriction(value);
     writer->WriteAttributeString(GetAttributeName(), GetNamespaceURI(), text,
                                  KvXmlLib10::detail::VariantItemType(value, m_itemType));
 }

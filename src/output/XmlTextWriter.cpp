@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <typeinfo>
 
 #include "kvxml/foundation/FormatString.h"
 #include "kvxml/foundation/KvException.h"
@@ -103,7 +104,12 @@ constexpr size_t kTabCount = sizeof kTabs - 1;
 }  // namespace
 
 CXmlTextWriter::CXmlTextWriter(CTextStream& stream)
-    : CXmlWriter("CXmlTextWriter"), m_eol("\n"), m_eolType(EOL_LF), m_format(true), m_stream(stream) {}
+    : CXmlWriter("CXmlTextWriter"),
+      m_eol("\n"),
+      m_eolType(EOL_LF),
+      m_format(true),
+      m_stream(stream),
+      m_streamFlushes(typeid(stream) != typeid(CTextStream)) {}
 
 CXmlTextWriter::~CXmlTextWriter() = default;
 
@@ -138,7 +144,7 @@ void CXmlTextWriter::Close() {
 }
 
 void CXmlTextWriter::FlushCheck() {
-    if (m_stream.GetLength() >= kFlushThreshold) m_stream.Flush();
+    if (m_streamFlushes && m_stream.GetLength() >= kFlushThreshold) m_stream.Flush();
 }
 
 void CXmlTextWriter::AppendIndent(uint32_t depth) {
@@ -315,7 +321,8 @@ void CXmlTextWriter::WriteString(const std::string& text, ItemType /*type*/) {
     if (text.empty()) return;
     CXmlWriterContext* context = GetCurrentContext();
     const std::string& name = CurrentElementName();
-    const bool sections = text.compare(0, kCdataOpenLength, kCdataOpen) == 0;
+    const bool sections = text.size() >= kCdataOpenLength && text[0] == '<' &&
+                          std::memcmp(text.data(), kCdataOpen, kCdataOpenLength) == 0;
     if (sections) EscapeWithSections(text, name);
     const size_t mark = m_stream.GetLength();
     const bool closesTag = context && context->IsStartTagOpen();

@@ -120,6 +120,7 @@ void CXmlWriter::CXmlWriterContext::Reuse(const std::string& localName, const st
     m_localName = localName;
     m_parent = parent;
     m_flag = false;
+    m_startPrefix = nullptr;
     m_defaultNamespace.clear();
     m_inheritsFromParent = true;
     m_ownsMap = false;

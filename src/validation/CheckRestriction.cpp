@@ -13,8 +13,21 @@
 
 namespace KvXmlLib10 {
 
+namespace {
+
+// No length, pattern or range facet: no check of any type can fail.
+bool NoFacetSet(const CPrimitiveRestrictions& r) {
+    return r.minLength == -1 && r.maxLength == -1 && r.length == -1 && r.pattern.empty() && r.minInclusive.empty() &&
+           r.maxInclusive.empty() && r.minExclusive.empty() && r.maxExclusive.empty();
+}
+
+}  // namespace
+
 void CXmlObjectHelper::CheckRestriction(const char* name, const KvVariant& value, ItemType type,
                                         const CPrimitiveRestrictions& r) {
+    // Most values carry no facet: then the copy the getter would make is
+    // all a check would cost. Only the type is still checked.
+    if (type >= hexBinary && type <= integer && type != char_ && NoFacetSet(r)) return;
     switch (type) {
         case hexBinary: return CheckRestrictionForhexBinary(name, value.GetHexBinary(), r);
         case base64Binary: return CheckRestrictionForbase64Binary(name, value.GetBase64Binary(), r);

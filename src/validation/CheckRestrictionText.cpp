@@ -8,10 +8,10 @@
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/output/Encoder.h"
 #include "kvxml/validation/PrimitiveRestrictions.h"
-#include "kvxml/validation/RegEx.h"
 #include "kvxml/values/BinaryData.h"
 #include "foundation/detail/OrEmpty.h"
 #include "output/detail/PlainAscii.h"
+#include "validation/detail/TestPattern.h"
 
 namespace KvXmlLib10 {
 
@@ -47,16 +47,15 @@ void CXmlObjectHelper::CheckRestrictionForstring(const char* name, std::string v
     // its argument from the local code page once more: only ASCII survives
     // both unchanged. Kept so that patterns match as they always have.
     std::string converted;
-    if (detail::IsPlainAsciiText(value.data(), value.size())) {
-        converted = value;  // its own UTF-8
-    } else {
+    const bool plain = detail::IsPlainAsciiText(value.data(), value.size());  // its own UTF-8
+    if (!plain) {
         const CBinaryData utf8 = CEncoder::LocalCodePageToUtf8Binary(value);
         if (utf8.GetLength() != 0) converted.assign(reinterpret_cast<const char*>(utf8.GetData()), utf8.GetLength());
     }
 
     bool matches = false;
     try {
-        matches = TestRegEx(r.pattern, converted);
+        matches = detail::TestPattern(r.pattern, plain ? value : converted);
     } catch (const CKvException& error) {
         throw CKvException(FormatString("%s\nInvalid Value for %s [%s]", error.GetFullMessage().c_str(),
                                         detail::OrEmpty(name), value.c_str()));

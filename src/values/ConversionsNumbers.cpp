@@ -43,17 +43,19 @@ struct Converted {
     bool trailing;
 };
 
-// An optional sign, then 1 to 18 decimal digits and nothing else: nearly
-// every value, and too short to overflow, so it is read directly without
-// the C library's locale and errno handling; anything else is left to it.
-bool ReadShortDecimal(const char* text, bool& negative, uint64_t& magnitude) {
-    const char* p = text;
-    negative = *p == '-';
-    if (*p == '-' || *p == '+') ++p;
-    const char* const digits = p;
+// Up to 18 decimal digits after an optional sign, and nothing else: the
+// common form, read directly. Cannot overflow, so strtoll and strtoull would
+// give the same value without a range error. False for any other text.
+bool ReadShortDigits(const char* text, bool& negative, uint64_t& magnitude) {
+    negative = *text == '-';
+    if (negative || *text == '+') ++text;
+    const char* digits = text;
     uint64_t value = 0;
-    while (*p >= '0' && *p <= '9' && p - digits < 18) value = value * 10 + static_cast<uint64_t>(*p++ - '0');
-    if (p == digits || *p != '\0') return false;
+    for (; *text >= '0' && *text <= '9'; ++text) {
+        if (text - digits == 18) return false;
+        value = value * 10 + static_cast<uint64_t>(*text - '0');
+    }
+    if (*text != '\0' || text == digits) return false;
     magnitude = value;
     return true;
 }
@@ -61,7 +63,7 @@ bool ReadShortDecimal(const char* text, bool& negative, uint64_t& magnitude) {
 Converted<int64_t> ConvertSigned64(const char* text) {
     bool negative = false;
     uint64_t magnitude = 0;
-    if (ReadShortDecimal(text, negative, magnitude)) {
+    if (ReadShortDigits(text, negative, magnitude)) {
         const auto value = static_cast<int64_t>(magnitude);
         return {negative ? -value : value, false, false};
     }
@@ -72,10 +74,9 @@ Converted<int64_t> ConvertSigned64(const char* text) {
 }
 
 Converted<uint64_t> ConvertUnsigned64(const char* text) {
-    // A "-" negates modulo 2^64, as the C conversion does.
     bool negative = false;
     uint64_t magnitude = 0;
-    if (ReadShortDecimal(text, negative, magnitude)) return {negative ? 0 - magnitude : magnitude, false, false};
+    if (ReadShortDigits(text, negative, magnitude)) return {negative ? 0 - magnitude : magnitude, false, false};
     char* end = nullptr;
     errno = 0;
     const unsigned long long value = strtoull_l(text, &end, 10, detail::CNumericLocale());

@@ -1,5 +1,6 @@
 // EncoderTest.cpp - local code page conversions under the "C" and a UTF-8 locale, and ASCIIOnly.
 #include "support/Fixtures.h"
+#include "output/detail/PlainAscii.h"
 
 using namespace KvXmlTest;
 using namespace KvXmlLib10;
@@ -28,6 +29,19 @@ TEST(EncoderLocalToUtf8, Utf8LocaleKeepsCharactersAndReplacesBadBytesAcrossChunk
     const std::wstring wide = ToWide(text);
     ASSERT_EQ(wide.size(), 3000u * 5);
     EXPECT_EQ(wide.substr(wide.size() - 5), kWideSample);
+}
+
+TEST(EncoderPlainAscii, RunEndsAtTheFirstHighOrShiftByteWherever) {
+    for (const char stop : {'\x80', '\xFF', '\x1B', '\x0E', '\x0F'}) {
+        for (const size_t at : {0, 7, 8, 15, 16, 17, 31, 40, 47}) {
+            std::string text(48, 'a');
+            text[at] = stop;
+            EXPECT_EQ(detail::PlainAsciiRun(reinterpret_cast<const unsigned char*>(text.data()), text.size()), at)
+                << int(static_cast<unsigned char>(stop)) << " at " << at;
+        }
+    }
+    const std::string plain = "\x7F\x0D\x10\x1A\x1C\x01 any ASCII but the shift bytes ~";
+    EXPECT_TRUE(detail::IsPlainAsciiText(plain.data(), plain.size()));
 }
 
 TEST(EncoderLocalToUnicode, FourByteUnitsInMachineOrderAndTheCLocaleReplacesHighBytes) {

@@ -15,9 +15,10 @@ std::string Pattern(size_t length) {
 
 TEST(StringBufferAppend, KeepsTextAcrossTheDefaultBlockSize) {
     // Lengths around the 4095-character block, appended in pieces of several
-    // sizes; pieces of 1 go through the single-character append.
+    // sizes (each short-copy width among them); pieces of 1 go through the
+    // single-character append.
     for (size_t total : {4094u, 4095u, 4096u, 8190u, 8191u, 12289u}) {
-        for (size_t piece : {1u, 7u, 4095u, 5000u}) {
+        for (size_t piece : {1u, 2u, 3u, 4u, 7u, 8u, 15u, 16u, 17u, 4095u, 5000u}) {
             const std::string expected = Pattern(total);
             CStringBuffer buffer;
             for (size_t at = 0; at < total; at += piece) {

@@ -237,6 +237,12 @@ TEST(XmlTextWriterNamespaces, DeclaresWhereAPrefixIsFirstNeeded) {
          "<r xmlns=\"urn:d\" xmlns:AA=\"urn:d\" AA:at=\"1\" AA:bt=\"2\" plain=\"3\"><c/></r>"},
         {"a namespace added inside an element only prefixes later names",
          [](Doc& d) { d.Start("r").Ns("p", "urn:p").Start("c", "urn:p").End().End(); }, "<r><p:c/></r>"},
+        {"names and end tags follow a rebinding made inside an element, and its end",
+         [](Doc& d) {
+             d.Start("r", "urn:a").Start("c", "urn:a").Ns("q", "urn:a").Start("g", "urn:a").End().End();
+             d.Start("d", "urn:a").End().End();
+         },
+         "<AA:r xmlns:AA=\"urn:a\"><AA:c><q:g/></q:c><AA:d/></AA:r>"},
         {"a second root gets the pending declarations again",
          [](Doc& d) { d.Ns("p", "urn:p").Start("r", "urn:p").End().Start("r", "urn:p").End(); },
          "<p:r xmlns:p=\"urn:p\"/><p:r xmlns:p=\"urn:p\"/>"},

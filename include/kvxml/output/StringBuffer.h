@@ -41,7 +41,7 @@ public:
     void Append(const char* text, size_t length) {
         if (length <= m_currentCapacity - m_fillPos) {
             if (length == 0) return;
-            std::memcpy(m_current + m_fillPos, text, length);
+            CopyBytes(m_current + m_fillPos, text, length);
             m_fillPos += length;
             m_totalLength += length;
         } else {
@@ -71,6 +71,24 @@ public:
     void SetText(const std::string& text);
 
 private:
+    /// memcpy, with the short copies most appends make (names, prefixes,
+    /// indentation) done inline in at most two overlapping moves.
+    static void CopyBytes(char* to, const char* from, size_t length) {
+        if (length > 16) {
+            std::memcpy(to, from, length);
+        } else if (length >= 8) {
+            std::memcpy(to, from, 8);
+            std::memcpy(to + length - 8, from + length - 8, 8);
+        } else if (length >= 4) {
+            std::memcpy(to, from, 4);
+            std::memcpy(to + length - 4, from + length - 4, 4);
+        } else {
+            to[0] = from[0];
+            to[length / 2] = from[length / 2];
+            to[length - 1] = from[length - 1];
+        }
+    }
+
     void AddNewBlock();
     void AppendAcrossBlocks(const char* text, size_t length);
 

@@ -86,6 +86,9 @@ private:
     EOLType m_eolType;
     bool m_format;
     CTextStream& m_stream;
+    // False for a plain memory stream, whose Flush does nothing: then the
+    // flush check need not call it.
+    bool m_streamFlushes;
     std::string m_scratch;  // reused for texts with CDATA sections
 };
 

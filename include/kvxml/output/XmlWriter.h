@@ -80,6 +80,11 @@ public:
         /// A free flag for the concrete writer (false at creation).
         bool GetFlag() const { return m_flag; }
         void SetFlag(bool flag) { m_flag = flag; }
+        /// The prefix binding the element's start tag used (null: none).
+        /// The binding stays in the map while the element is open and
+        /// always holds the prefix currently bound to its namespace.
+        const std::string* GetStartPrefix() const { return m_startPrefix; }
+        void SetStartPrefix(const std::string* prefix) { m_startPrefix = prefix; }
         /// True until the element changes its scope (never for the root).
         bool InheritsFromParent() const { return m_inheritsFromParent; }
         /// The opposite: the root, or an element that changed its scope.
@@ -104,6 +109,7 @@ public:
         std::string m_localName;
         CXmlWriterContext* m_parent;
         bool m_flag;
+        const std::string* m_startPrefix = nullptr;
         std::string m_defaultNamespace;
         std::unique_ptr<NamespaceMap> m_namespaceMap;  // the root's, shared below it
         bool m_inheritsFromParent;

@@ -52,7 +52,13 @@ public:
             return {nullptr, false, true};
         }
         if (uri == element.GetDefaultNamespace()) return {nullptr, false, false};
-        const ResolvedPrefix resolved = Resolve(element, uri);
+        // Inside a parent of the same namespace the parent's binding is
+        // the one in scope: no map search.
+        const Context* parent = element.GetParent();
+        const ResolvedPrefix resolved = parent && parent->GetStartPrefix() && parent->GetNamespaceUri() == uri
+                                            ? ResolvedPrefix{parent->GetStartPrefix(), false}
+                                            : Resolve(element, uri);
+        element.SetStartPrefix(resolved.prefix);
         return {resolved.prefix, resolved.declare, false};
     }
 
@@ -96,6 +102,7 @@ public:
     static const std::string* EndElement(const Context& element) {
         const std::string& uri = element.GetNamespaceUri();
         if (uri.empty() || uri == element.GetDefaultNamespace()) return nullptr;
+        if (const std::string* prefix = element.GetStartPrefix()) return prefix;
         return &element.GetNamespaceMapValue(uri);
     }
 
