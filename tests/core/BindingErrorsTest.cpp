@@ -5,14 +5,10 @@
 #include <string>
 
 #include "BindingTestSupport.h"
-#include "bindings/AllTypes.h"
-#include "bindings/Measurement.h"
-#include "bindings/Settings.h"
-#include "bindings/Shape.h"
-#include "bindings/Ticket.h"
-#include "support/KvTestSupport.h"
+#include "measurement.h"
+#include "settings.h"
+#include "shape.h"
 
-using namespace kvbind;
 using namespace kvbindtest;
 using namespace KvXmlLib10;
 
@@ -74,7 +70,7 @@ TEST(BindingTicketRead, FailedReadLeavesWhatCameBefore) {
     EXPECT_EQ(ticket.GetId(), 8u);
     EXPECT_EQ(ticket.GetLang(), "en");  // reset before the read
     EXPECT_EQ(ticket.GetTitle(), "kept");
-    EXPECT_EQ(ticket.GetSeverity(), TicketSeverity::Major);
+    EXPECT_EQ(ticket.GetSeverity(), kvgen_ticket::TicketSeverity::Major);
     EXPECT_EQ(ticket.GetNote(), "also kept");
     EXPECT_FALSE(ticket.IsDueSet());  // the failing member stores nothing
 }
@@ -130,8 +126,8 @@ TEST(BindingAllTypesWrite, FacetsAreCheckedOnWritingOnly) {
 }
 
 TEST(BindingWrite, FailuresWrapPerLevel) {
-    CMeasurement weight;  // the simple content is unset
-    weight.SetUnit(MeasurementUnit::Kg);
+    kvgen_measurement::CMeasurement weight;  // the simple content is unset
+    weight.SetUnit(kvgen_measurement::MeasurementUnit::Kg);
     EXPECT_KV_CHAIN(weight.ToXml(), CKvValidationException,
                     "Failed to convert the element [Measurement] to XML\nInvalid Type 0 to convert to string");
     weight.SetValue(CDecimal(1));
@@ -143,20 +139,20 @@ TEST(BindingWrite, FailuresWrapPerLevel) {
     weight.SetNil(true);  // nil skips the content, not the attributes
     EXPECT_KV_CHAIN(weight.ToXml(), CKvValidationException, precision);
 
-    CShape shape;
+    kvgen_shape::CShape shape;
     shape.SetCircle(-1);
     EXPECT_KV_CHAIN(shape.ToXml(), CKvValidationException,
                     "Failed to convert the element [Shape] to XML\nInvalid Value for circle [-1.000000]");
 }
 
 TEST(BindingGroupsRead, LeftoversAndMissingMembersPerGroup) {
-    CShape shape;
+    kvgen_shape::CShape shape;
     EXPECT_KV_CHAIN(shape.FromXml("<Shape><color>blue</color><circle>1</circle></Shape>"), CKvValidationException,
                     "Failed to process the element [Shape]\nFailed read all the elements held within the element "
                     "[Shape]. The unexpected element [circle] remains un processed");
-    EXPECT_EQ(shape.GetChoice(), CShape::Choice::Color);  // the member read before the failure stays
+    EXPECT_TRUE(shape.IsColorSet());  // the member read before the failure stays
 
-    CSettings settings;
+    kvgen_settings::CSettings settings;
     EXPECT_KV_CHAIN(
         settings.FromXml("<Settings xmlns='urn:kvxml:test:settings'><mode>active</mode><port>1</port></Settings>"),
         CKvValidationException,

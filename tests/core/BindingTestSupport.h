@@ -1,19 +1,25 @@
-// BindingTestSupport.h - helpers shared by the tests that drive the generated-style bindings through the public entry
-// points.
+// BindingTestSupport.h - helpers shared by the tests that drive the bindings kvxsd generated from tests/bindings
+// through the public entry points.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <string>
-#include <typeinfo>
 
-#include "bindings/AllTypes.h"
-#include "bindings/Ticket.h"
+#include "alltypes.h"
 #include "kvxml/core/SerializationContext.h"
 #include "kvxml/foundation/KvException.h"
 #include "support/KvTestSupport.h"
+#include "ticket.h"
 
 namespace kvbindtest {
+
+using kvgen_alltypes::CAllTypes;
+
+/// The ticket type under its global element's name.
+struct CTicket : kvgen_ticket::CTicketType {
+    CTicket() : CTicketType("Ticket") {}
+};
 
 constexpr const char* kXsi = "http://www.w3.org/2001/XMLSchema-instance";
 
@@ -25,7 +31,7 @@ inline std::string Compact(
 }
 
 /// Every member of CAllTypes set, most of them to an extreme of their range.
-inline void FillAllTypes(kvbind::CAllTypes& value) {
+inline void FillAllTypes(CAllTypes& value) {
     using namespace KvXmlLib10;
     unsigned char hex[] = {0xDE, 0xAD, 0xBE, 0xEF};
     unsigned char text[] = {'h', 'i', '!'};
@@ -35,10 +41,10 @@ inline void FillAllTypes(kvbind::CAllTypes& value) {
     value.SetI2(-32768);
     value.SetI4(-1000);
     value.SetI8(INT64_MIN);
-    value.SetUI1(255);
-    value.SetUI2(65535);
-    value.SetUI4(4294967295u);
-    value.SetUI8(UINT64_MAX);
+    value.SetUi1(255);
+    value.SetUi2(65535);
+    value.SetUi4(4294967295u);
+    value.SetUi8(UINT64_MAX);
     value.SetR4(0.1f);
     value.SetR8(1.0 / 3.0);
     value.SetDuration(CDateTimeSpan(1, 2, 3, 4, 5, 6));
@@ -84,15 +90,15 @@ inline std::string AllTypesDocument() {
 }
 
 /// A ticket with every element and the two foreign-namespace attributes set.
-inline void FillTicket(kvbind::CTicket& ticket) {
+inline void FillTicket(CTicket& ticket) {
     ticket.SetId(42);
     ticket.SetTitle("Printer <on fire> & \"smoking\"");
-    ticket.SetStatus(kvbind::TicketStatus::Pending);
+    ticket.SetStatus(kvgen_ticket::TicketStatus::Pending);
     ticket.SetSeverityNil();
     ticket.SetNote("call Bob");
     ticket.SetDue(KvXmlLib10::CDateTime(2024, 6, 1));
     ticket.SetTag("x");
-    ticket.SetLevel(kvbind::TicketPriority::High);
+    ticket.SetLevel(kvgen_ticket::TicketTypeLevel::High);
 }
 
 /// A ticket document in the default namespace with the given attributes and children.
