@@ -16,6 +16,7 @@ namespace {
 
 constexpr const char* kValid = "<title>t</title><status>open</status>";
 
+// A missing attribute and a leftover element are among the broken instances of tests/bindings.
 TEST(BindingTicketRead, BrokenDocumentsGiveTheMessageChain) {
     const struct {
         std::string attributes;
@@ -23,10 +24,6 @@ TEST(BindingTicketRead, BrokenDocumentsGiveTheMessageChain) {
         const char* inner;
     } rows[] = {
         {" id='1' color='red'", kValid, "Unexpected Attribute [color] found."},
-        {"", kValid, "Failed to find the required Attribute [id]"},
-        {" id='1'", std::string(kValid) + "<extra/>",
-         "Failed read all the elements held within the element [Ticket]. The unexpected element [extra] remains un "
-         "processed"},
         {" id='1'", "<title>t</title><extra/><status>open</status>", "Failed to find a required element [status]"},
         {" id='1'", "", "Failed to find a required element [title]"},
         {" id='1'", "<title>t</title><status>Open</status>",
@@ -145,11 +142,10 @@ TEST(BindingWrite, FailuresWrapPerLevel) {
                     "Failed to convert the element [Shape] to XML\nInvalid Value for circle [-1.000000]");
 }
 
-TEST(BindingGroupsRead, LeftoversAndMissingMembersPerGroup) {
+// The leftovers of a choice and of an all group are among the broken instances of tests/bindings.
+TEST(BindingGroupsRead, AFailedChoiceKeepsItsMemberAndAnAllGroupChecksMandatoryMembers) {
     kvgen_shape::CShape shape;
-    EXPECT_KV_CHAIN(shape.FromXml("<Shape><color>blue</color><circle>1</circle></Shape>"), CKvValidationException,
-                    "Failed to process the element [Shape]\nFailed read all the elements held within the element "
-                    "[Shape]. The unexpected element [circle] remains un processed");
+    EXPECT_THROW(shape.FromXml("<Shape><color>blue</color><circle>1</circle></Shape>"), CKvValidationException);
     EXPECT_TRUE(shape.IsColorSet());  // the member read before the failure stays
 
     kvgen_settings::CSettings settings;
@@ -157,11 +153,6 @@ TEST(BindingGroupsRead, LeftoversAndMissingMembersPerGroup) {
         settings.FromXml("<Settings xmlns='urn:kvxml:test:settings'><mode>active</mode><port>1</port></Settings>"),
         CKvValidationException,
         "Failed to process the element [Settings]\nFailed to find the mandatory element [host]");
-    EXPECT_KV_CHAIN(settings.FromXml("<Settings xmlns='urn:kvxml:test:settings'><host>h</host><port>1</port>"
-                                     "<mode>active</mode><host>again</host></Settings>"),
-                    CKvValidationException,
-                    "Failed to process the element [Settings]\nFailed read all the elements held within the element "
-                    "[Settings]. The unexpected element [host] remains un processed");
 }
 
 }  // namespace

@@ -2,8 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <fstream>
-#include <iterator>
 #include <regex>
 #include <string>
 
@@ -17,10 +15,7 @@ using kvgen_po::CPurchaseOrderBatch;
 
 namespace {
 
-std::string ReadFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-}
+using KvXmlTest::ReadFile;
 
 template <typename Binding>
 void Load(Binding& binding, const std::string& bytes) {

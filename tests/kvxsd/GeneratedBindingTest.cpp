@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <sstream>
 #include <string>
 
 #include "DescriptorDump.h"
@@ -41,12 +40,7 @@ const std::map<std::string, Factory> kFactories = {
     {"wildcard", kvgen_wildcard::CreateGlobalElement},
 };
 
-std::string ReadFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
+using KvXmlTest::ReadFile;
 
 struct Instance {
     std::string path, stem, expected;  // expected: the failure's chain, empty for a valid instance
