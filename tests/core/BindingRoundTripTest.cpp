@@ -2,7 +2,6 @@
 // points.
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <limits>
 #include <string>
 
@@ -102,12 +101,8 @@ TEST(BindingTicket, TextCannotInjectMarkup) {
 }
 
 TEST(BindingTicket, KeepsNonAsciiTextUnderUtf8Locale) {
-    // The library keeps text in the local code page; the previous locale comes back at the end.
-    struct Restore {
-        std::string name;
-        ~Restore() { std::setlocale(LC_ALL, name.c_str()); }
-    } restore{std::setlocale(LC_ALL, nullptr)};
-    if (!std::setlocale(LC_ALL, "C.UTF-8")) GTEST_SKIP() << "C.UTF-8 locale not available";
+    KvXmlTest::Utf8Locale utf8;
+    if (!utf8.ok) GTEST_SKIP() << "C.UTF-8 locale not available";
     const std::string utf8Title =
         "Gr\xC3\xBC\xC3\x9F"
         "e \xE2\x82\xAC \xE7\x94\xB0";

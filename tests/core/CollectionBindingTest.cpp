@@ -1,7 +1,6 @@
 // CollectionBindingTest.cpp - bindings with nested classes and collections: the purchase-order and shapes schemas.
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <regex>
 #include <string>
 
@@ -33,13 +32,6 @@ std::string Save(const Binding& binding, const char* defaultNamespace) {
     return std::string(reinterpret_cast<const char*>(bytes.GetData()), bytes.GetLength());
 }
 
-// Text is held in the local code page: the generator's names need UTF-8.
-struct Utf8Locale {
-    std::string saved = std::setlocale(LC_ALL, nullptr);
-    bool ok = std::setlocale(LC_ALL, "C.UTF-8") != nullptr;
-    ~Utf8Locale() { std::setlocale(LC_ALL, saved.c_str()); }
-};
-
 // The generator's document as the library writes it: compact, values in
 // their canonical forms.
 std::string Canonical(std::string doc) {
@@ -59,7 +51,7 @@ std::string Canonical(std::string doc) {
 }
 
 TEST(PurchaseOrderBinding, AGeneratedDocumentRoundTripsWhole) {
-    Utf8Locale utf8;
+    KvXmlTest::Utf8Locale utf8;  // the generator's names need UTF-8
     if (!utf8.ok) GTEST_SKIP() << "C.UTF-8 locale not available";
     const std::string original = ReadFile(KVXML_BINDINGS_DIR "/po.xml");
     CPurchaseOrderBatch batch("purchaseOrders");

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -32,6 +33,14 @@
 #define EXPECT_KV_CHAIN(stmt, Type, fullMessage) KV_EXPECT_THROW_TEXT(stmt, Type, GetFullMessage, fullMessage)
 
 namespace KvXmlTest {
+
+/// Switches to the C.UTF-8 locale (the library keeps text in the local code
+/// page) for its lifetime, then back; ok says whether the switch worked.
+struct Utf8Locale {
+    std::string saved = std::setlocale(LC_ALL, nullptr);
+    bool ok = std::setlocale(LC_ALL, "C.UTF-8") != nullptr;
+    ~Utf8Locale() { std::setlocale(LC_ALL, saved.c_str()); }
+};
 
 /// The whole file as bytes; empty when it cannot be read.
 inline std::string ReadFile(const std::string& path) {
