@@ -5,7 +5,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <string>
 
@@ -22,6 +21,7 @@
 #include "settings.h"
 #include "shape.h"
 #include "support/KvTestSupport.h"
+#include "support/TempFile.h"
 #include "ticket.h"
 #include "wildcard.h"
 
@@ -71,10 +71,10 @@ CSmartPtr<CXmlObjectBase> RootOf(const Instance& instance) {
 }
 
 bool SchemaAccepts(const std::string& schema, const std::string& document, std::string& log) {
-    const std::string copy = KVXML_TEST_WORK_DIR "/instance.out.xml";
-    std::ofstream(copy, std::ios::binary) << document;
-    const int status = std::system(("xmllint --noout --schema " + schema + " " + copy + " 2>" + copy + ".log").c_str());
-    log = ReadFile(copy + ".log");
+    const KvXmlTest::TempFile copy(document), errors;
+    const int status =
+        std::system(("xmllint --noout --schema " + schema + " " + copy.Path() + " 2>" + errors.Path()).c_str());
+    log = ReadFile(errors.Path());
     return status == 0;
 }
 
