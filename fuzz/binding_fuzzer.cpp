@@ -1,5 +1,5 @@
-// binding_fuzzer.cpp - arbitrary bytes read into the generated-style test bindings under two option sets, then
-// rewritten; and into the wildcard element wrapper on its own.
+// binding_fuzzer.cpp - arbitrary bytes read into the bindings kvxsd generated from tests/bindings under two option
+// sets, then rewritten; and into the wildcard element wrapper on its own.
 //
 // Every binding gets every input (the document element's name is adopted,
 // not checked). Reading, writing and reading the written bytes again must
@@ -12,18 +12,20 @@
 #include <string>
 #include <vector>
 
-#include "../tests/bindings/AllTypes.cpp"
-#include "../tests/bindings/Drawing.cpp"
-#include "../tests/bindings/Envelope.cpp"
-#include "../tests/bindings/Measurement.cpp"
-#include "../tests/bindings/PurchaseOrder.cpp"
-#include "../tests/bindings/Settings.cpp"
-#include "../tests/bindings/Shape.cpp"
-#include "../tests/bindings/Ticket.cpp"
+#include "alltypes.h"
+#include "envelope.h"
+#include "groups.h"
 #include "kvxml/core/SerializationContext.h"
 #include "kvxml/dom/XmlDocument.h"
 #include "kvxml/foundation/KvException.h"
 #include "kvxml/values/BinaryData.h"
+#include "measurement.h"
+#include "po.h"
+#include "polymorphic.h"
+#include "recursive.h"
+#include "settings.h"
+#include "shape.h"
+#include "ticket.h"
 
 using namespace KvXmlLib10;
 
@@ -97,14 +99,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     // The stream entry point takes a writable buffer.
     std::vector<unsigned char> bytes(data, data + size);
     for (const CXmlSerializationContext* context : sets) {
-        ReadWriteRead<kvbind::CTicket>(bytes, *context);
-        ReadWriteRead<kvbind::CAllTypes>(bytes, *context);
-        ReadWriteRead<kvbind::CSettings>(bytes, *context);
-        ReadWriteRead<kvbind::CShape>(bytes, *context);
-        ReadWriteRead<kvbind::CMeasurement>(bytes, *context);
-        ReadWriteRead<kvbind::CPurchaseOrders>(bytes, *context);
-        ReadWriteRead<kvbind::CDrawing>(bytes, *context);
-        ReadWriteRead<kvbind::CEnvelope>(bytes, *context);
+        ReadWriteRead<kvgen_ticket::CTicketType>(bytes, *context);
+        ReadWriteRead<kvgen_alltypes::CAllTypes>(bytes, *context);
+        ReadWriteRead<kvgen_settings::CSettings>(bytes, *context);
+        ReadWriteRead<kvgen_shape::CShape>(bytes, *context);
+        ReadWriteRead<kvgen_measurement::CMeasurement>(bytes, *context);
+        ReadWriteRead<kvgen_po::CPurchaseOrderBatch>(bytes, *context);
+        ReadWriteRead<kvgen_polymorphic::CDrawing>(bytes, *context);
+        ReadWriteRead<kvgen_recursive::CFolder>(bytes, *context);
+        ReadWriteRead<kvgen_groups::CTicket>(bytes, *context);
+        ReadWriteRead<kvgen_envelope::CEnvelope>(bytes, *context);
     }
     // Without namespace processing "xmlns" arrives as an attribute and gives
     // a wildcard element its own default namespace.
@@ -113,7 +117,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         context.SetSchemaType(SchemaType_NoNamespaces);
         return context;
     }();
-    ReadWriteRead<kvbind::CEnvelope>(bytes, noNamespaces);
+    ReadWriteRead<kvgen_envelope::CEnvelope>(bytes, noNamespaces);
     WildcardElement(bytes, size % 2 ? noNamespaces : strict);
     return 0;
 }

@@ -5,14 +5,10 @@
 #include <string>
 
 #include "BindingTestSupport.h"
-#include "bindings/AllTypes.h"
-#include "bindings/Measurement.h"
-#include "bindings/Settings.h"
-#include "bindings/Shape.h"
-#include "bindings/Ticket.h"
-#include "support/KvTestSupport.h"
+#include "measurement.h"
+#include "settings.h"
+#include "shape.h"
 
-using namespace kvbind;
 using namespace kvbindtest;
 using namespace KvXmlLib10;
 
@@ -20,6 +16,7 @@ namespace {
 
 constexpr const char* kValid = "<title>t</title><status>open</status>";
 
+// A missing attribute and a leftover element are among the broken instances of tests/bindings.
 TEST(BindingTicketRead, BrokenDocumentsGiveTheMessageChain) {
     const struct {
         std::string attributes;
@@ -27,10 +24,6 @@ TEST(BindingTicketRead, BrokenDocumentsGiveTheMessageChain) {
         const char* inner;
     } rows[] = {
         {" id='1' color='red'", kValid, "Unexpected Attribute [color] found."},
-        {"", kValid, "Failed to find the required Attribute [id]"},
-        {" id='1'", std::string(kValid) + "<extra/>",
-         "Failed read all the elements held within the element [Ticket]. The unexpected element [extra] remains un "
-         "processed"},
         {" id='1'", "<title>t</title><extra/><status>open</status>", "Failed to find a required element [status]"},
         {" id='1'", "", "Failed to find a required element [title]"},
         {" id='1'", "<title>t</title><status>Open</status>",
@@ -74,7 +67,7 @@ TEST(BindingTicketRead, FailedReadLeavesWhatCameBefore) {
     EXPECT_EQ(ticket.GetId(), 8u);
     EXPECT_EQ(ticket.GetLang(), "en");  // reset before the read
     EXPECT_EQ(ticket.GetTitle(), "kept");
-    EXPECT_EQ(ticket.GetSeverity(), TicketSeverity::Major);
+    EXPECT_EQ(ticket.GetSeverity(), kvgen_ticket::TicketSeverity::Major);
     EXPECT_EQ(ticket.GetNote(), "also kept");
     EXPECT_FALSE(ticket.IsDueSet());  // the failing member stores nothing
 }
@@ -130,8 +123,8 @@ TEST(BindingAllTypesWrite, FacetsAreCheckedOnWritingOnly) {
 }
 
 TEST(BindingWrite, FailuresWrapPerLevel) {
-    CMeasurement weight;  // the simple content is unset
-    weight.SetUnit(MeasurementUnit::Kg);
+    kvgen_measurement::CMeasurement weight;  // the simple content is unset
+    weight.SetUnit(kvgen_measurement::MeasurementUnit::Kg);
     EXPECT_KV_CHAIN(weight.ToXml(), CKvValidationException,
                     "Failed to convert the element [Measurement] to XML\nInvalid Type 0 to convert to string");
     weight.SetValue(CDecimal(1));
@@ -143,29 +136,23 @@ TEST(BindingWrite, FailuresWrapPerLevel) {
     weight.SetNil(true);  // nil skips the content, not the attributes
     EXPECT_KV_CHAIN(weight.ToXml(), CKvValidationException, precision);
 
-    CShape shape;
+    kvgen_shape::CShape shape;
     shape.SetCircle(-1);
     EXPECT_KV_CHAIN(shape.ToXml(), CKvValidationException,
                     "Failed to convert the element [Shape] to XML\nInvalid Value for circle [-1.000000]");
 }
 
-TEST(BindingGroupsRead, LeftoversAndMissingMembersPerGroup) {
-    CShape shape;
-    EXPECT_KV_CHAIN(shape.FromXml("<Shape><color>blue</color><circle>1</circle></Shape>"), CKvValidationException,
-                    "Failed to process the element [Shape]\nFailed read all the elements held within the element "
-                    "[Shape]. The unexpected element [circle] remains un processed");
-    EXPECT_EQ(shape.GetChoice(), CShape::Choice::Color);  // the member read before the failure stays
+// The leftovers of a choice and of an all group are among the broken instances of tests/bindings.
+TEST(BindingGroupsRead, AFailedChoiceKeepsItsMemberAndAnAllGroupChecksMandatoryMembers) {
+    kvgen_shape::CShape shape;
+    EXPECT_THROW(shape.FromXml("<Shape><color>blue</color><circle>1</circle></Shape>"), CKvValidationException);
+    EXPECT_TRUE(shape.IsColorSet());  // the member read before the failure stays
 
-    CSettings settings;
+    kvgen_settings::CSettings settings;
     EXPECT_KV_CHAIN(
         settings.FromXml("<Settings xmlns='urn:kvxml:test:settings'><mode>active</mode><port>1</port></Settings>"),
         CKvValidationException,
         "Failed to process the element [Settings]\nFailed to find the mandatory element [host]");
-    EXPECT_KV_CHAIN(settings.FromXml("<Settings xmlns='urn:kvxml:test:settings'><host>h</host><port>1</port>"
-                                     "<mode>active</mode><host>again</host></Settings>"),
-                    CKvValidationException,
-                    "Failed to process the element [Settings]\nFailed read all the elements held within the element "
-                    "[Settings]. The unexpected element [host] remains un processed");
 }
 
 }  // namespace

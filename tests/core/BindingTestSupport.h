@@ -1,19 +1,26 @@
-// BindingTestSupport.h - helpers shared by the tests that drive the generated-style bindings through the public entry
-// points.
+// BindingTestSupport.h - helpers shared by the tests that drive the bindings kvxsd generated from tests/bindings
+// through the public entry points.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <string>
-#include <typeinfo>
 
-#include "bindings/AllTypes.h"
-#include "bindings/Ticket.h"
+#include "alltypes.h"
 #include "kvxml/core/SerializationContext.h"
 #include "kvxml/foundation/KvException.h"
+#include "support/Fixtures.h"
 #include "support/KvTestSupport.h"
+#include "ticket.h"
 
 namespace kvbindtest {
+
+using kvgen_alltypes::CAllTypes;
+
+/// The ticket type under its global element's name.
+struct CTicket : kvgen_ticket::CTicketType {
+    CTicket() : CTicketType("Ticket") {}
+};
 
 constexpr const char* kXsi = "http://www.w3.org/2001/XMLSchema-instance";
 
@@ -24,45 +31,9 @@ inline std::string Compact(
     return object.ToXml(false, false, KvXmlLib10::EOL_LF, context);
 }
 
-/// Every member of CAllTypes set, most of them to an extreme of their range.
-inline void FillAllTypes(kvbind::CAllTypes& value) {
-    using namespace KvXmlLib10;
-    unsigned char hex[] = {0xDE, 0xAD, 0xBE, 0xEF};
-    unsigned char text[] = {'h', 'i', '!'};
-    value.SetHex(CBinaryData(hex, 4, false));
-    value.SetB64(CBinaryData(text, 3, false));
-    value.SetI1(-128);
-    value.SetI2(-32768);
-    value.SetI4(-1000);
-    value.SetI8(INT64_MIN);
-    value.SetUI1(255);
-    value.SetUI2(65535);
-    value.SetUI4(4294967295u);
-    value.SetUI8(UINT64_MAX);
-    value.SetR4(0.1f);
-    value.SetR8(1.0 / 3.0);
-    value.SetDuration(CDateTimeSpan(1, 2, 3, 4, 5, 6));
-    CDateTime yearMonth;
-    yearMonth.SetGYearMonth(2024, 2);
-    value.SetYearMonth(yearMonth);
-    CDateTime monthDay;
-    monthDay.SetGMonthDay(2, 29);
-    value.SetMonthDay(monthDay);
-    value.SetYear(2024);
-    value.SetMonth(12);
-    value.SetDay(31);
-    value.SetDate(CDateTime(2024, 2, 29));
-    CDateTime stamp(2024, 6, 1, 12, 30, 45);
-    stamp.SetUTC();
-    value.SetDateTime(stamp);
-    CDateTime time;
-    time.SetTime(23, 59, 59);
-    value.SetTime(time);
-    value.SetString("Hello");
-    value.SetBoolean(true);
-    value.SetDecimal(CDecimal("12345678901234567890.125"));
-    value.SetInteger(CBigInteger("-123456789012345678901234567890"));
-}
+/// Every member of CAllTypes set, most of them to an extreme of their range: the valid instance beside the schema.
+inline std::string AllTypesDocument() { return KvXmlTest::ReadFile(KVXML_BINDINGS_DIR "/alltypes.xml"); }
+inline void FillAllTypes(CAllTypes& value) { value.FromXml(AllTypesDocument().c_str()); }
 
 /// The children FillAllTypes gives, as written.
 constexpr const char* kAllTypesChildren =
@@ -74,25 +45,18 @@ constexpr const char* kAllTypesChildren =
     "<AA:month>--12</AA:month><AA:day>---31</AA:day><AA:date>2024-02-29</AA:date>"
     "<AA:dateTime>2024-06-01T12:30:45Z</AA:dateTime><AA:time>23:59:59</AA:time><AA:string>Hello</AA:string>"
     "<AA:boolean>true</AA:boolean><AA:decimal>12345678901234567890.125</AA:decimal>"
-    "<AA:integer>-123456789012345678901234567890</AA:integer>";
-
-/// The FillAllTypes document to read: the children in the default namespace.
-inline std::string AllTypesDocument() {
-    std::string doc = std::string("<AllTypes xmlns='urn:kvxml:test:types'>") + kAllTypesChildren + "</AllTypes>";
-    for (size_t at = doc.find("AA:"); at != std::string::npos; at = doc.find("AA:", at)) doc.erase(at, 3);
-    return doc;
-}
+    "<AA:integer>-123456789012345678901234</AA:integer>";
 
 /// A ticket with every element and the two foreign-namespace attributes set.
-inline void FillTicket(kvbind::CTicket& ticket) {
+inline void FillTicket(CTicket& ticket) {
     ticket.SetId(42);
     ticket.SetTitle("Printer <on fire> & \"smoking\"");
-    ticket.SetStatus(kvbind::TicketStatus::Pending);
+    ticket.SetStatus(kvgen_ticket::TicketStatus::Pending);
     ticket.SetSeverityNil();
     ticket.SetNote("call Bob");
     ticket.SetDue(KvXmlLib10::CDateTime(2024, 6, 1));
     ticket.SetTag("x");
-    ticket.SetLevel(kvbind::TicketPriority::High);
+    ticket.SetLevel(kvgen_ticket::TicketTypeLevel::High);
 }
 
 /// A ticket document in the default namespace with the given attributes and children.

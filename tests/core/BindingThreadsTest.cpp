@@ -10,13 +10,10 @@
 #include <vector>
 
 #include "BindingTestSupport.h"
-#include "bindings/AllTypes.h"
-#include "bindings/Ticket.h"
 #include "kvxml/dom/XmlDocument.h"
 #include "kvxml/output/Encoder.h"
 #include "kvxml/output/KvZip.h"
 
-using namespace kvbind;
 using namespace kvbindtest;
 using namespace KvXmlLib10;
 

@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "bindings/AllTypes.h"
-#include "bindings/Ticket.h"
 #include "core/BindingTestSupport.h"
 #include "kvxml/dom/XmlDocument.h"
 #include "kvxml/fastinfoset/FastInfosetWriter.h"
@@ -334,14 +332,14 @@ TEST(FastInfosetWriter, RefusesWhatItCannotWrite) {
 // ---- whole documents through the object entry points and back ----
 
 TEST(FastInfosetDocuments, EveryDeclarationAndCompressionReadsBackIntoTheSameObjects) {
-    kvbind::CTicket ticket;
+    kvbindtest::CTicket ticket;
     kvbindtest::FillTicket(ticket);
     const std::string expected = kvbindtest::Compact(ticket);
     for (int decl = FInfoDecl_None; decl <= FInfoDecl_V11_Finf_StandaloneNo; ++decl) {
         for (CompressionType compression : {Compression_None, Compression_GZip, Compression_Zlib}) {
             const CBinaryData bytes = ticket.ToFastInfosetStream(static_cast<FInfoDecl>(decl),
                                                                  CXmlSerializationContext::m_defaultContext, compression);
-            kvbind::CTicket copy;
+            kvbindtest::CTicket copy;
             copy.FromXmlStream(bytes);
             EXPECT_EQ(kvbindtest::Compact(copy), expected) << "declaration " << decl << " compression " << compression;
         }
@@ -349,23 +347,23 @@ TEST(FastInfosetDocuments, EveryDeclarationAndCompressionReadsBackIntoTheSameObj
 }
 
 TEST(FastInfosetDocuments, SuggestedEncodingsKeepEveryTypesValue) {
-    kvbind::CAllTypes value;
+    kvbindtest::CAllTypes value;
     kvbindtest::FillAllTypes(value);
-    value.SetUI8(42);  // the long algorithm the suggestions give ui8 holds no larger value
+    value.SetUi8(42);  // the long algorithm the suggestions give ui8 holds no larger value
     CXmlSerializationContext suggested;
     suggested.GetFIContext().SetSuggestedValues();
     const CBinaryData typed = value.ToFastInfosetStream(FInfoDecl_None, suggested);
     const CBinaryData plain = value.ToFastInfosetStream();
     EXPECT_LT(typed.GetLength(), plain.GetLength());
     for (const CBinaryData* bytes : {&typed, &plain}) {
-        kvbind::CAllTypes copy;
+        kvbindtest::CAllTypes copy;
         copy.FromXmlStream(*bytes);
         EXPECT_EQ(kvbindtest::Compact(copy), kvbindtest::Compact(value));
     }
 }
 
 TEST(FastInfosetDocuments, FilesRefuseZlibAndWriteGzip) {
-    kvbind::CTicket ticket;
+    kvbindtest::CTicket ticket;
     kvbindtest::FillTicket(ticket);
     const std::string path = ::testing::TempDir() + "kvxml_fi_ticket.fi";
     std::remove(path.c_str());
@@ -382,7 +380,7 @@ TEST(FastInfosetDocuments, FilesRefuseZlibAndWriteGzip) {
     std::fclose(file);
     EXPECT_EQ(magic[0], 0x1F);
     EXPECT_EQ(magic[1], 0x8B);
-    kvbind::CTicket copy;
+    kvbindtest::CTicket copy;
     copy.FromXmlFile(path.c_str());
     EXPECT_EQ(kvbindtest::Compact(copy), kvbindtest::Compact(ticket));
     std::remove(path.c_str());

@@ -6,7 +6,9 @@
 #include <atomic>
 #include <cstdint>
 #include <cstring>
+#include <fstream>
 #include <functional>
+#include <iterator>
 #include <limits>
 #include <memory>
 #include <string>
@@ -38,6 +40,12 @@
 #define EXPECT_KV_CHAIN(stmt, Type, fullMessage) KV_EXPECT_THROW_TEXT(stmt, Type, GetFullMessage, fullMessage)
 
 namespace KvXmlTest {
+
+/// The whole file as bytes; empty when it cannot be read.
+inline std::string ReadFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
 
 /// The full message chain of the Type that action throws ("" when it throws
 /// nothing), for tables that list expected chains.

@@ -262,6 +262,8 @@ private:
         out.pseudo = c.elementKind == ElementKind::Pseudo;
         out.abstract = c.abstract;
         out.writeType = c.writeType;
+        out.nillable = c.nillable;
+        out.ownNil = c.nillable && (c.baseClass < 0 || !m_model.classes[static_cast<size_t>(c.baseClass)].nillable);
         std::vector<EmitMember> elements, attributes, own;
         if (c.baseClass >= 0) {
             out.baseClass = ClassName(c.baseClass);

@@ -76,6 +76,8 @@ struct EmitClass {
     bool pseudo = false;
     bool abstract = false;
     bool writeType = false;  ///< has a base or derived types: written with xsi:type when substituted
+    bool nillable = false;   ///< some element of the type is nillable: the descriptor says so
+    bool ownNil = false;     ///< nillable and its base is not: declares INillable itself
     std::string baseClass;   ///< emitted base class for complex content extension; empty: none
     /// Elements then attributes, document order, the base's first: the class
     /// describes them all but declares only those from ownFrom on.

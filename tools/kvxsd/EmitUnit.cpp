@@ -249,7 +249,8 @@ private:
         std::ostringstream& o = m_out;
         o << "\n/// Type " << c.typeName << (c.pseudo ? " (a model group held as a pseudo element)" : "") << ".\n";
         o << "class " << c.cppName << " : public "
-          << (c.baseClass.empty() ? std::string("KvXmlLib10::CXmlGeneratedClass") : c.baseClass) << " {\npublic:\n";
+          << (c.baseClass.empty() ? std::string("KvXmlLib10::CXmlGeneratedClass") : c.baseClass)
+          << (c.ownNil ? ", public KvXmlLib10::INillable" : "") << " {\npublic:\n";
         o << "    explicit " << c.cppName << "(const char* elementName = " << Literal(c.elementName) << ");\n";
         o << "    ~" << c.cppName << "() override;\n\n";
         o << "    enum Property : int32_t {";
@@ -259,6 +260,10 @@ private:
         for (size_t i = c.ownFrom; i < c.members.size(); ++i) Accessors(c.members[i], c.group == EmitGroup::Choice);
         if (!ChoiceCollections(c).empty())
             o << "    void OnEvent(KvXmlLib10::CXmlObjectBase* source, MsgType type, void* data) override;\n";
+        if (c.ownNil)
+            o << "    /// The element as a whole is nil: its attributes are written, its content is not.\n"
+              << "    bool IsNil() const override { return m_nil; }\n"
+              << "    void SetNil(bool nil) override { m_nil = nil; }\n\n";
         o << R"(    KvXmlLib10::CXmlObjectBase* GetBase() override { return this; }
     std::string GetNamespace() const override;
     std::string GetTargetNamespace() const override;
@@ -281,6 +286,7 @@ private:
     static KvXmlLib10Data::CAttributeInfo** ms_attributeInfo;
 )";
         if (c.group == EmitGroup::Choice) o << "    std::string m_selected;\n";
+        if (c.ownNil) o << "    bool m_nil = false;\n";
         for (size_t i = c.ownFrom; i < c.members.size(); ++i) Storage(c.members[i]);
         o << "};\n";
     }
@@ -288,6 +294,7 @@ private:
     // In a choice, setting a member selects it; setting another while one is selected throws.
     void Accessors(const EmitMember& m, bool choice) {
         std::ostringstream& o = m_out;
+        choice = choice && !m.attribute;  // attributes stand beside the choice
         const std::string n = m.cppName, f = Field(m);
         if (IsCollection(m.kind)) {
             const std::string t = CollectionType(m);
@@ -487,7 +494,7 @@ private:
               : c.group == EmitGroup::Choice ? "Choice"
                                              : "All")
           << ", KvXmlLib10Data::ElementType_" << (c.pseudo ? "PseudoElement" : "Element") << ", " << Literal(c.typeName)
-          << ", " << ns << ", false, " << (c.writeType ? "true" : "false") << ", " << c.valuePropertyId
+          << ", " << ns << ", " << (c.nillable ? "true" : "false") << ", " << (c.writeType ? "true" : "false") << ", " << c.valuePropertyId
           << ", KvXmlLib10::" << (c.valuePropertyId < 0 ? "Invalid" : ItemRow(c.valueItemType).itemType)
           << ", nullptr, false),\n"
           << "                               std::memory_order_release);\n";
@@ -534,6 +541,7 @@ private:
         o << "void " << k << "::ResetProperties() {\n";
         if (!c.baseClass.empty()) o << "    " << c.baseClass << "::ResetProperties();\n";
         if (c.group == EmitGroup::Choice) o << "    m_selected.clear();\n";
+        if (c.ownNil) o << "    m_nil = false;\n";
         for (const EmitMember& m : Own(c)) {
             const std::string f = Field(m);
             if (IsCollection(m.kind)) {

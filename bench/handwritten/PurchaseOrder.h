@@ -1,4 +1,4 @@
-// PurchaseOrder.h - generated-style binding of the purchase-order batch schema (bench/po.xsd, urn:example:bench:po).
+// PurchaseOrder.h - hand-written binding of the purchase-order batch schema (tests/bindings/po.xsd), the baseline of PurchaseOrderBench.
 //
 //   purchaseOrders: purchaseOrder+ (collection); @created dateTime, @source string?
 //   PurchaseOrder:  shipTo Address, billTo Address?, (card | invoice) as a pseudo element,
