@@ -1,9 +1,5 @@
 // BindingRoundTripTest.cpp - generated bindings written as whole documents and read back through the public entry
 // points.
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <string>
 
 #include "BindingTestSupport.h"
 #include "measurement.h"

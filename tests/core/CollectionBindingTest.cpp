@@ -1,14 +1,10 @@
 // CollectionBindingTest.cpp - bindings with nested classes and collections: the purchase-order and shapes schemas.
-#include <gtest/gtest.h>
 
 #include <regex>
-#include <string>
 
-#include "kvxml/foundation/KvException.h"
 #include "po.h"
 #include "polymorphic.h"
 #include "support/Fixtures.h"
-#include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
 using kvgen_po::CPurchaseOrderBatch;

@@ -1,16 +1,9 @@
 // Tests for the object collection: insert forms, events, reference counts, count checks, reading and writing.
-#include "kvxml/core/XmlCollection.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
-#include "kvxml/metadata/ElementInfoPrimitive.h"
 #include "metadata/GeneratedTestClasses.h"
-#include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
+using KvXmlTest::RefCount;
 
 namespace {
 
@@ -41,12 +34,6 @@ CItem* NewItem(int32_t n) {
     CItem* item = new CItem;
     item->SetI4(1, n);
     return item;
-}
-
-int32_t RefCount(CXmlObjectBase* object) {
-    const int32_t count = object->AddRef() - 1;
-    object->Release();
-    return count;
 }
 
 std::string Numbers(const CXmlCollection& collection) {

@@ -1,9 +1,7 @@
 // XmlGeneratedClassMetadataTest.cpp - metadata lifetime and queries of generated classes: CleanMetaData and the element
 // list.
-#include <gtest/gtest.h>
 
 #include "XmlGeneratedClassTestSupport.h"
-#include "support/KvTestSupport.h"
 
 using namespace kvenginetest;
 

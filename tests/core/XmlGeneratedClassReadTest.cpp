@@ -1,9 +1,7 @@
 // XmlGeneratedClassReadTest.cpp - the reading half of the generated-class engine: nil, simple content, soft and hard
 // failures of the three groups, wrapping.
-#include <gtest/gtest.h>
 
 #include "XmlGeneratedClassTestSupport.h"
-#include "support/KvTestSupport.h"
 
 using namespace kvenginetest;
 

@@ -1,14 +1,6 @@
 // XmlGeneratedClassTestSupport.h - schemas and helpers shared by the tests of the generated-class engine.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <typeinfo>
-
-#include "kvxml/foundation/KvException.h"
-#include "support/KvTestSupport.h"
-#include "kvxml/metadata/ElementInfoClass.h"
 #include "metadata/GeneratedTestClasses.h"
 
 namespace kvenginetest {

@@ -1,9 +1,7 @@
 // XmlGeneratedClassWriteTest.cpp - the writing half of the generated-class engine: root-only items, the type attribute,
 // choices, simple content, pseudo elements, wrapping.
-#include <gtest/gtest.h>
 
 #include "XmlGeneratedClassTestSupport.h"
-#include "support/KvTestSupport.h"
 
 using namespace kvenginetest;
 

@@ -1,21 +1,11 @@
 // Tests for the object base: reference counts, setter checks, choice bookkeeping and the reading and writing entry
 // points.
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <string>
 #include <thread>
-#include <vector>
 
-#include "kvxml/core/SmartPtr.h"
-#include "kvxml/core/XmlObjectBase.h"
-#include "kvxml/dom/XmlDocument.h"
-#include "kvxml/output/Encoder.h"
-#include "kvxml/output/KvZip.h"
-#include "kvxml/output/XmlWriter.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;

@@ -1,9 +1,5 @@
 // Tests for wildcard namespace restrictions, name matching and xsi:type parts.
-#include <gtest/gtest.h>
 
-#include "kvxml/core/ClassFactoryBase.h"
-#include "kvxml/core/XmlObjectHelper.h"
-#include "kvxml/dom/XmlDocument.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;

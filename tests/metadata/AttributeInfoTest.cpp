@@ -1,6 +1,5 @@
 // AttributeInfoTest.cpp - attribute descriptors: writing with defaults and facets, matching, reading, validation.
 #include "metadata/GeneratedTestClasses.h"
-#include "support/KvTestSupport.h"
 
 using namespace kvtest;
 using namespace KvXmlLib10;

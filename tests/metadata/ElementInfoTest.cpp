@@ -1,6 +1,5 @@
 // ElementInfoTest.cpp - the element descriptor base: construction, matching, facet dispatch, group bases, wildcard namespaces, child forwarding.
 #include "metadata/GeneratedTestClasses.h"
-#include "support/KvTestSupport.h"
 
 using namespace kvtest;
 using namespace KvXmlLib10;
@@ -85,7 +84,6 @@ TEST(ElementInfoAnyNamespace, ChoosesByRestrictionKeyword) {
     EXPECT_EQ(CElementInfo::GetAnyDefaultNamespace("##any", nullptr, nullptr), "");
     EXPECT_EQ(CElementInfo::GetAnyDefaultNamespace("##other", nullptr, nullptr), "DefaultNamespace");
 }
-
 
 // A choice that must have a member, with its own element.
 struct StrictChoiceSchema {

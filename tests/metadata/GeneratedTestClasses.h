@@ -49,23 +49,12 @@ T** MakeArray(std::initializer_list<T*> items) {
 
 /// A test enumeration: red, green, blue; unknown text gives -1.
 inline const char* ColorToString(int32_t value) {
-    switch (value) {
-        case 0:
-            return "red";
-        case 1:
-            return "green";
-        case 2:
-            return "blue";
-        default:
-            return nullptr;
-    }
+    static const char* const names[] = {"red", "green", "blue"};
+    return value >= 0 && value < 3 ? names[value] : nullptr;
 }
-
 inline int32_t ColorFromString(const char* text) {
-    const std::string value = text;
-    if (value == "red") return 0;
-    if (value == "green") return 1;
-    if (value == "blue") return 2;
+    for (int32_t value = 0; value < 3; ++value)
+        if (std::strcmp(text, ColorToString(value)) == 0) return value;
     return -1;
 }
 

@@ -4,6 +4,7 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <string>
@@ -49,105 +50,31 @@ std::string Schema(const std::string& body, const std::string& attributes = " el
     return std::string(kHead) + attributes + ">" + body + "</xs:schema>";
 }
 
-struct ModelCase {
-    const char* what;
-    std::string body;
-    std::vector<std::string> facts;  // lines (or line prefixes) the dump must contain
-};
-
+// Each folder under data/model holds a model.xsd whose opening comment names the
+// case on its first line and lists, one per line, what the model's dump must
+// contain (a "\n" stands for a line end).
 TEST(KvxsdFrontend, ResolvesComponentsIntoTheModel) {
-    const std::vector<ModelCase> cases = {
-        {"values, facets, enumerations, attributes",
-         "<xs:complexType name='P'><xs:sequence>"
-         "<xs:element name='sku'><xs:simpleType><xs:restriction base='xs:string'><xs:pattern value='[A-Z]+'/>"
-         "<xs:maxLength value='8'/></xs:restriction></xs:simpleType></xs:element>"
-         "<xs:element name='n' type='xs:nonNegativeInteger' minOccurs='0' nillable='true'/>"
-         "<xs:element name='tag' type='xs:token' maxOccurs='unbounded'/>"
-         "<xs:element name='s' type='t:St' default='on'/>"
-         "<xs:element name='toks'><xs:simpleType><xs:restriction base='xs:NMTOKENS'><xs:maxLength value='3'/>"
-         "</xs:restriction></xs:simpleType></xs:element></xs:sequence>"
-         "<xs:attribute name='id' type='xs:unsignedLong' use='required'/>"
-         "<xs:attribute name='c' type='t:St' fixed='off'/></xs:complexType>"
-         "<xs:simpleType name='St'><xs:restriction base='xs:string'><xs:enumeration value='on'/>"
-         "<xs:enumeration value='off'/></xs:restriction></xs:simpleType>",
-         {"class CP P {urn:t} element=P seq base=-", "  1 Sku sku {urn:t} PrimMnd 1..1 item=23 ws=1 pattern=[A-Z]+ maxLength=8",
-          "  2 N n {urn:t} PrimOpt 0..1 nillable item=26 ws=3 minInclusive=0",
-          "  3 Tag tag {urn:t} PrimCol 1..* item=23 ws=3", "  4 S s {urn:t} EnumMnd 1..1 item=23 ws=1 enum=ModelSt default=on",
-          "  5 Toks toks {urn:t} PrimMnd 1..1 item=23 ws=3\n", "  6 @Id id {} Primitive required item=10 ws=3",
-          "  7 @C c {} Enum optional item=23 ws=1 enum=ModelSt fixed=off",
-          "enum ModelSt: On=on Off=off"}},
-        {"derivation, abstract types and substitution groups",
-         "<xs:complexType name='Shape' abstract='true'><xs:sequence><xs:element name='id' type='xs:int'/>"
-         "</xs:sequence></xs:complexType>"
-         "<xs:complexType name='Sq'><xs:complexContent><xs:extension base='t:Shape'><xs:sequence>"
-         "<xs:element name='side' type='xs:double'/></xs:sequence></xs:extension></xs:complexContent></xs:complexType>"
-         "<xs:element name='shape' type='t:Shape' abstract='true'/>"
-         "<xs:element name='sq' substitutionGroup='t:shape'/>"
-         "<xs:element name='d'><xs:complexType><xs:sequence><xs:element ref='t:shape' maxOccurs='9'/>"
-         "</xs:sequence></xs:complexType></xs:element>"
-         "<xs:element name='e'><xs:complexType><xs:choice><xs:element ref='t:shape'/>"
-         "<xs:element name='none' type='xs:int'/></xs:choice></xs:complexType></xs:element>",
-         {"class CShape Shape {urn:t} element=Shape seq abstract xsitype base=-",
-          "class CSq Sq {urn:t} element=Sq seq xsitype base=CShape", "  2 Side side",
-          "  1 Shape shape {urn:t} ClsCol 1..9 class=CShapeSubstitution",
-          "class CShapeSubstitution shape-substitution {urn:t} element=shape-substitution choice pseudo base=-\n"
-          "  1 Sq sq {urn:t} AbsClsOpt 1..1 class=CShape |CSq\nelement",
-          "class CE e {urn:t} element=e choice base=-\n  1 Sq sq {urn:t} AbsClsOpt 1..1 class=CShape |CSq\n  2 None",
-          "element sq {urn:t} class=CShape head=shape"}},
-        {"nested and recursive groups become pseudo elements and terminate",
-         "<xs:group name='G'><xs:sequence><xs:element name='x' type='xs:int'/>"
-         "<xs:element name='n' type='t:N' minOccurs='0'/></xs:sequence></xs:group>"
-         "<xs:complexType name='N'><xs:sequence><xs:group ref='t:G'/><xs:group ref='t:G' maxOccurs='2'/>"
-         "<xs:choice><xs:element name='a' type='xs:int'/><xs:element name='b' type='xs:int'/></xs:choice>"
-         "</xs:sequence></xs:complexType>",
-         {"class CN N {urn:t} element=N seq base=-", "  1 X x", "  2 N n {urn:t} ClsOpt 0..1 class=CN",
-          "  3 G G {urn:t} ClsCol 1..2 class=CG", "  4 ChoiceGroup choice-group {urn:t} ClsMnd 1..1 class=CNChoice",
-          "class CG G {urn:t} element=G seq pseudo", "class CNChoice N-choice {urn:t} element=N-choice choice pseudo",
-          "  1 A a {urn:t} PrimOpt 1..1"}},
-        {"wildcards, simple content and mixed content",
-         "<xs:complexType name='W'><xs:sequence><xs:any namespace='##other' maxOccurs='unbounded'/>"
-         "</xs:sequence><xs:anyAttribute namespace='urn:x urn:y'/></xs:complexType>"
-         "<xs:complexType name='Money'><xs:simpleContent><xs:extension base='xs:decimal'>"
-         "<xs:attribute name='value' type='xs:string'/></xs:extension></xs:simpleContent></xs:complexType>"
-         "<xs:complexType name='Eur'><xs:simpleContent><xs:restriction base='t:Money'>"
-         "<xs:minInclusive value='0'/></xs:restriction></xs:simpleContent></xs:complexType>"
-         "<xs:complexType name='M' mixed='true'><xs:sequence><xs:element name='b' type='xs:string'/>"
-         "</xs:sequence></xs:complexType>",
-         {"  1 Any any {} UntpdCol 1..* ns=##other", "  2 @AnyAttribute anyAttribute {} Any optional ns=urn:x urn:y",
-          "  1 @Value2 value {} Primitive optional", "  2 #Value item=25 ws=3\n",
-          "class CEur Eur {urn:t} element=Eur seq xsitype base=CMoney\n  2 #Value item=25 ws=3 minInclusive=0",
-          "class CM M {urn:t} element=M seq mixed base=-"}},
-        {"names: words, keywords, macros, case clashes, element and attribute of one name",
-         "<xs:element name='purchase-order.v2'><xs:complexType><xs:sequence>"
-         "<xs:element name='USPrice' type='xs:int'/><xs:element name='foo' type='xs:int'/>"
-         "<xs:element name='Foo' type='xs:int'/><xs:element name='k'><xs:simpleType>"
-         "<xs:restriction base='xs:string'><xs:enumeration value='2d'/><xs:enumeration value=''/>"
-         "<xs:enumeration value='a b'/><xs:enumeration value='NULL'/><xs:enumeration value='a-b'/>"
-         "<xs:enumeration value='max'/></xs:restriction></xs:simpleType></xs:element>"
-         "</xs:sequence><xs:attribute name='foo'/></xs:complexType></xs:element>",
-         {"class CPurchaseOrderV2 purchase-order.v2", "  1 USPrice USPrice", "  2 Foo foo", "  3 Foo2 Foo",
-          "  5 @Foo3 foo {}", "enum ModelPurchaseOrderV2K: Value2d=2d Empty= AB=a b NULL_=NULL AB2=a-b Max=max"}},
-        {"non-ASCII names: Latin letters lose their diacritics, other characters become their code points",
-         "<xs:complexType name='Größe'><xs:sequence><xs:element name='straße' type='xs:int'/>"
-         "<xs:element name='Strasse' type='xs:int'/><xs:element name='名前' type='xs:int'/>"
-         "<xs:element name='café-Œuvre' type='xs:int'/><xs:element name='Ωmega' type='xs:int'/>"
-         "</xs:sequence></xs:complexType>",
-         {"class CGrosse Größe", "  1 Strasse straße", "  2 Strasse2 Strasse", "  3 U540dU524d 名前",
-          "  4 CafeOEuvre café-Œuvre", "  5 U03a9Mega Ωmega"}},
-        {"anonymous types nested deep are named after their element path",
-         "<xs:element name='a'><xs:complexType><xs:sequence><xs:element name='b'><xs:complexType><xs:sequence>"
-         "<xs:element name='a'><xs:complexType><xs:sequence><xs:element name='b'><xs:complexType><xs:sequence>"
-         "<xs:element name='c' type='xs:int'/></xs:sequence></xs:complexType></xs:element></xs:sequence>"
-         "</xs:complexType></xs:element></xs:sequence></xs:complexType></xs:element></xs:sequence>"
-         "</xs:complexType></xs:element>",
-         {"class CA a", "class CB b", "class CBA a", "class CAB b", "  1 C c {urn:t} PrimMnd"}},
-    };
-    for (const ModelCase& c : cases) {
-        const Compiled run = Compile({{"model.xsd", Schema(c.body)}}, "model.xsd");
-        EXPECT_TRUE(run.ok) << c.what << "\n" << run.messages;
-        for (const std::string& fact : c.facts)
-            EXPECT_NE(run.dump.find(fact), std::string::npos) << c.what << ": missing [" << fact << "] in\n" << run.dump;
+    int cases = 0;
+    for (const auto& folder : std::filesystem::directory_iterator(KVXSD_MODEL_CASES)) {
+        const std::string path = folder.path().string() + "/model.xsd";
+        std::ifstream in(path);
+        std::string line, what;
+        std::getline(in, line);
+        std::getline(in, what);
+        SCOPED_TRACE(what);
+        ++cases;
+        kvxsd::Options options;
+        options.schemas.push_back(path);
+        kvxsd::Model model;
+        std::vector<std::string> messages;
+        EXPECT_TRUE(kvxsd::BuildModel(options, model, messages)) << (messages.empty() ? "" : messages.front());
+        const std::string dump = kvxsd::DumpModel(model);
+        while (std::getline(in, line) && line != "-->") {
+            for (size_t at; (at = line.find("\\n")) != std::string::npos;) line.replace(at, 2, "\n");
+            EXPECT_NE(dump.find(line), std::string::npos) << "missing [" << line << "] in\n" << dump;
+        }
     }
+    EXPECT_EQ(cases, 7);
 }
 
 TEST(KvxsdFrontend, FollowsIncludesImportsAndForms) {
