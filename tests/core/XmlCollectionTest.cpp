@@ -9,16 +9,14 @@ namespace {
 
 // Items are generated-style objects with one mandatory i4 child "n".
 template <KvXmlLib10Data::XmlElementType Type>
-struct ItemSchema {
+struct ItemSchema : kvtest::NoNamespaces {
     static constexpr const char* kElementName = "item";
-    static constexpr const char* kTargetNamespace = "";
-    static constexpr const char* kTypeNamespace = "";
     static void Build(kvtest::Metadata& meta) {
-        meta.classInfo = new KvXmlLib10Data::CParentElementInfo(KvXmlLib10Data::GroupType_Sequence, Type, "item", "",
-                                                               false, false, -1, Invalid, nullptr, false);
-        meta.elements = kvtest::MakeArray<KvXmlLib10Data::CElementInfo>({new KvXmlLib10Data::CElementInfoSeqPrimMnd(
-            "n", "", 1, false, i4, nullptr, kvtest::kCollapse, CPrimitiveRestrictions())});
-        meta.attributes = kvtest::MakeArray<KvXmlLib10Data::CAttributeInfo>({});
+        meta = {new KvXmlLib10Data::CParentElementInfo(KvXmlLib10Data::GroupType_Sequence, Type, "item", "", false,
+                                                       false, -1, Invalid, nullptr, false),
+                kvtest::MakeArray<KvXmlLib10Data::CElementInfo>({new KvXmlLib10Data::CElementInfoSeqPrimMnd(
+                    "n", "", 1, false, i4, nullptr, kvtest::kCollapse, CPrimitiveRestrictions())}),
+                kvtest::MakeArray<KvXmlLib10Data::CAttributeInfo>({})};
     }
 };
 using CItem = kvtest::CTestClass<ItemSchema<KvXmlLib10Data::ElementType_Element>>;

@@ -31,14 +31,6 @@ TEST(NamespaceRestriction, KeywordsAdmitTheirNamespaces) {
     }
 }
 
-TEST(NamespaceRestriction, TestNamespaceNamesAllThreeStrings) {
-    EXPECT_TRUE(CXmlObjectHelper::TestNamespace("urn:a", "##local ##targetNamespace", "urn:a"));
-    EXPECT_KV_THROW(CXmlObjectHelper::TestNamespace("urn:b", "##local ##targetNamespace", "urn:a"),
-                    CKvInvalidNamespaceException,
-                    "Invalid namespace [urn:b]. The namespace must be one of [##local ##targetNamespace] where "
-                    "the target namespace is [urn:a]");
-}
-
 TEST(ElementNameMatch, NamespacesCountUnlessIgnored) {
     CXmlDocument document;
     document.LoadXml("<Item xmlns='urn:a'/>");

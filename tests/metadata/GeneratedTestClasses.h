@@ -248,17 +248,51 @@ private:
     KvXmlLib10::CXmlDocument m_document;
 };
 
-/// A class with no members of its own: the object descriptors are called with.
-struct EmptySchema {
-    static constexpr const char* kElementName = "Holder";
+struct NoNamespaces {
     static constexpr const char* kTargetNamespace = "";
     static constexpr const char* kTypeNamespace = "";
+};
+
+/// A class descriptor without simple content, allowed to write its type attribute.
+inline CParentElementInfo* Parent(KvXmlLib10Data::XmlElementGroupType group, const char* name,
+                                  KvXmlLib10Data::XmlElementType kind = KvXmlLib10Data::ElementType_Element) {
+    return new CParentElementInfo(group, kind, name, "", false, true, -1, KvXmlLib10::Invalid, nullptr, false);
+}
+
+/// An i4 member of descriptor kind T.
+template <typename T>
+CElementInfo* I4(const char* name, int32_t id) {
+    return new T(name, "", id, false, KvXmlLib10::i4, nullptr, kCollapse, {});
+}
+
+/// A choice of the i4 members a and b: optional, or lists of at least one.
+template <bool Optional, KvXmlLib10Data::XmlElementType Kind = KvXmlLib10Data::ElementType_Element>
+struct ChoiceSchema : NoNamespaces {
+    static constexpr const char* kElementName = "Pick";
     static void Build(Metadata& meta) {
-        meta.classInfo = new CParentElementInfo(KvXmlLib10Data::GroupType_Sequence,
-                                                KvXmlLib10Data::ElementType_Element, "Holder", "", false, false, -1,
-                                                KvXmlLib10::Invalid, nullptr, false);
-        meta.elements = MakeArray<CElementInfo>({});
-        meta.attributes = MakeArray<CAttributeInfo>({});
+        meta = {Parent(KvXmlLib10Data::GroupType_Choice, "Pick", Kind),
+                MakeArray<CElementInfo>({Optional ? I4<KvXmlLib10Data::CElementInfoChoicePrimOpt>("a", 1)
+                                                  : new KvXmlLib10Data::CElementInfoChoicePrimCol("a", "", 1),
+                                         Optional ? I4<KvXmlLib10Data::CElementInfoChoicePrimOpt>("b", 2)
+                                                  : new KvXmlLib10Data::CElementInfoChoicePrimCol("b", "", 2)}),
+                MakeArray<CAttributeInfo>({})};
+    }
+    /// Required members are lists of at least one.
+    template <typename T>
+    static void Init(T& object) {
+        if (Optional) return;
+        object.Set(1, I4List("a", 1));
+        object.Set(2, I4List("b", 1));
+    }
+};
+
+/// A class with no members of its own: the object descriptors are called with.
+struct EmptySchema : NoNamespaces {
+    static constexpr const char* kElementName = "Holder";
+    static void Build(Metadata& meta) {
+        meta = {new CParentElementInfo(KvXmlLib10Data::GroupType_Sequence, KvXmlLib10Data::ElementType_Element,
+                                       "Holder", "", false, false, -1, KvXmlLib10::Invalid, nullptr, false),
+                MakeArray<CElementInfo>({}), MakeArray<CAttributeInfo>({})};
     }
 };
 using CHolder = CTestClass<EmptySchema>;
@@ -268,18 +302,15 @@ enum Group { Seq, All, Choice };
 
 /// A small child class: an optional i4 "v" (property 1) and an optional attribute "x" (property 2).
 template <KvXmlLib10Data::XmlElementType Type>
-struct LeafSchemaOf {
+struct LeafSchemaOf : NoNamespaces {
     static constexpr const char* kElementName = "n";
-    static constexpr const char* kTargetNamespace = "";
-    static constexpr const char* kTypeNamespace = "";
     static void Build(Metadata& meta) {
         using namespace KvXmlLib10Data;
-        meta.classInfo = new CParentElementInfo(GroupType_Sequence, Type, "Leaf", "", false, false, -1,
-                                                KvXmlLib10::Invalid, nullptr, false);
-        meta.elements = MakeArray<CElementInfo>(
-            {new CElementInfoSeqPrimOpt("v", "", 1, false, KvXmlLib10::i4, nullptr, kCollapse, {})});
-        meta.attributes = MakeArray<CAttributeInfo>(
-            {new CAttributeInfoPrimitive("x", "", 2, true, KvXmlLib10::i4, nullptr, kCollapse, {}, nullptr)});
+        meta = {new CParentElementInfo(GroupType_Sequence, Type, "Leaf", "", false, false, -1, KvXmlLib10::Invalid,
+                                       nullptr, false),
+                MakeArray<CElementInfo>({I4<CElementInfoSeqPrimOpt>("v", 1)}),
+                MakeArray<CAttributeInfo>(
+                    {new CAttributeInfoPrimitive("x", "", 2, true, KvXmlLib10::i4, nullptr, kCollapse, {}, nullptr)})};
     }
 };
 using CLeaf = CTestClass<LeafSchemaOf<KvXmlLib10Data::ElementType_Element>>;
