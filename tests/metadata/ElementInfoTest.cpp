@@ -81,28 +81,24 @@ TEST(ElementInfoAnyNamespace, ChoosesByRestrictionKeyword) {
 TEST(ElementInfoChildAccess, ForwardsReadingAndAttributeWritingToTheChild) {
     ParsedDocument doc("<r x='4'><v>1</v><b/></r>");  // a pseudo child reads the parent's children
     CProbeInfo forwarder("g", "", 1);
-    CPseudoLeaf* group = new CPseudoLeaf;
-    group->AddRef();
+    Pinned<CPseudoLeaf> group;
     const CXmlSerializationContext context;
-    CXmlElement* next = forwarder.FromXml_Int(group, doc.First(), doc.Root(), context, false);
+    CXmlElement* next = forwarder.FromXml_Int(&group, doc.First(), doc.Root(), context, false);
     ASSERT_NE(next, nullptr);
     EXPECT_EQ(next->GetLocalName(), "b");
-    EXPECT_EQ(group->Get(1).GetI4(), 1);
-    EXPECT_EQ(group->Get(2).GetI4(), 4);  // the parent's attributes are the group's
-    group->SetI4(2, 9);
+    EXPECT_EQ(group.Get(1).GetI4(), 1);
+    EXPECT_EQ(group.Get(2).GetI4(), 4);  // the parent's attributes are the group's
+    group.SetI4(2, 9);
     RecordingWriter attributes;
-    forwarder.AttributesToXml_Int(group, &attributes, context);
+    forwarder.AttributesToXml_Int(&group, &attributes, context);
     EXPECT_EQ(attributes.log, "@x=9,5;");
-    group->Release();
 
     // The flag reaches the child's engine: with it an empty choice is accepted.
     ParsedDocument empty("<Pick/>");
-    auto* choice = new CTestClass<ChoiceSchema<false>>;
-    choice->AddRef();
-    EXPECT_EQ(forwarder.FromXml_Int(choice, nullptr, empty.Root(), context, true), nullptr);
-    EXPECT_KV_THROW(forwarder.FromXml_Int(choice, nullptr, empty.Root(), context, false), CKvValidationException,
+    Pinned<CTestClass<ChoiceSchema<false>>> choice;
+    EXPECT_EQ(forwarder.FromXml_Int(&choice, nullptr, empty.Root(), context, true), nullptr);
+    EXPECT_KV_THROW(forwarder.FromXml_Int(&choice, nullptr, empty.Root(), context, false), CKvValidationException,
                     "Failed to process the element [Pick]");
-    choice->Release();
 }
 
 }  // namespace

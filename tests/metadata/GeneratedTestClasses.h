@@ -12,17 +12,7 @@
 
 namespace kvtest {
 
-using KvXmlLib10::CKVCriticalSection;
-using KvXmlLib10::CPrimitiveRestrictions;
-using KvXmlLib10::CWhitespaceUtils;
-using KvXmlLib10::CXmlElement;
-using KvXmlLib10::CXmlGeneratedClass;
-using KvXmlLib10::CXmlObjectBase;
-using KvXmlLib10::CXmlSerializationContext;
-using KvXmlLib10::CXmlWriter;
-using KvXmlLib10::INillable;
-using KvXmlLib10::ItemType;
-using KvXmlLib10::KvVariant;
+using namespace KvXmlLib10;
 using KvXmlLib10Data::CAttributeInfo;
 using KvXmlLib10Data::CElementInfo;
 using KvXmlLib10Data::CParentElementInfo;
@@ -150,6 +140,16 @@ private:
     }
 
     std::map<int32_t, KvVariant> m_values;
+};
+
+/// An object on the stack holding a reference of its own, so that the engine's
+/// AddRef/Release pairs never delete it.
+template <typename T>
+struct Pinned : T {
+    using T::T;
+
+private:
+    int m_pin = (this->AddRef(), 0);
 };
 
 /// A generated-style class that may be nil.
