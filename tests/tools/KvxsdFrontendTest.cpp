@@ -1,12 +1,8 @@
 // KvxsdFrontendTest.cpp - the schema compiler's front end: schemas in, model facts and diagnostics out.
 #include <gtest/gtest.h>
 
-#include <stdlib.h>
-#include <unistd.h>
-
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -15,9 +11,6 @@
 
 namespace {
 
-const char* const kHead =
-    "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema' xmlns:t='urn:t' targetNamespace='urn:t'";
-
 struct Compiled {
     bool ok = false;
     std::string dump;
@@ -25,7 +18,7 @@ struct Compiled {
     std::vector<std::string> renames;
 };
 
-// Compiles one schema; the messages lose its folder's path ("file:line:col").
+// Compiles one schema of the data folders; the messages lose its folder's path ("file:line:col").
 Compiled CompileIn(const std::string& folder, const std::string& main, kvxsd::Options options = {}) {
     options.schemas.push_back(folder + main);
     kvxsd::Model model;
@@ -39,21 +32,6 @@ Compiled CompileIn(const std::string& folder, const std::string& main, kvxsd::Op
     run.dump = kvxsd::DumpModel(model);
     run.renames = model.renames;
     return run;
-}
-
-// Writes the files into a fresh folder and compiles the one named main.
-Compiled Compile(const std::map<std::string, std::string>& files, const std::string& main, kvxsd::Options options = {}) {
-    char dir[] = "/tmp/kvxsd-test-XXXXXX";
-    EXPECT_NE(mkdtemp(dir), nullptr);
-    for (const auto& f : files) std::ofstream(std::string(dir) + "/" + f.first) << f.second;
-    const Compiled run = CompileIn(std::string(dir) + "/", main, options);
-    for (const auto& f : files) unlink((std::string(dir) + "/" + f.first).c_str());
-    rmdir(dir);
-    return run;
-}
-
-std::string Schema(const std::string& body, const std::string& attributes = " elementFormDefault='qualified'") {
-    return std::string(kHead) + attributes + ">" + body + "</xs:schema>";
 }
 
 // Each folder under data/model holds a model.xsd whose opening comment names the
@@ -97,18 +75,14 @@ TEST(KvxsdFrontend, ReportsErrorsWithTheirPositions) {
     EXPECT_EQ(cases, 18);
 }
 
+// The schemas of these two are under data/options.
 TEST(KvxsdFrontend, KeepGoingListsEveryProblemAndDegradesWithWarnings) {
-    const std::string body =
-        "\n<xs:element name='a' type='t:X'/>\n<xs:element name='b' type='t:Y'/>"
-        "\n<xs:simpleType name='L'><xs:list itemType='xs:int'/></xs:simpleType>"
-        "\n<xs:element name='k'><xs:complexType/><xs:unique name='u'><xs:selector xpath='.'/>"
-        "<xs:field xpath='@a'/></xs:unique></xs:element>";
     kvxsd::Options options;
-    const Compiled first = Compile({{"k.xsd", Schema(body, "")}}, "k.xsd", options);
-    EXPECT_EQ(first.messages, "k.xsd:2:1: error: unknown type '{urn:t}X'\nk.xsd:4:25: warning: xs:list is held as a string\n"
-                              "k.xsd:5:39: note: xs:unique skipped: identity constraints bind to nothing\n");
+    EXPECT_EQ(CompileIn(KVXSD_OPTION_CASES "/", "k.xsd", options).messages,
+              "k.xsd:2:1: error: unknown type '{urn:t}X'\nk.xsd:4:25: warning: xs:list is held as a string\n"
+              "k.xsd:5:39: note: xs:unique skipped: identity constraints bind to nothing\n");
     options.keepGoing = true;
-    const Compiled all = Compile({{"k.xsd", Schema(body, "")}}, "k.xsd", options);
+    const Compiled all = CompileIn(KVXSD_OPTION_CASES "/", "k.xsd", options);
     EXPECT_FALSE(all.ok);
     EXPECT_EQ(all.messages,
               "k.xsd:2:1: error: unknown type '{urn:t}X'\nk.xsd:3:1: error: unknown type '{urn:t}Y'\n"
@@ -119,15 +93,10 @@ TEST(KvxsdFrontend, KeepGoingListsEveryProblemAndDegradesWithWarnings) {
 TEST(KvxsdFrontend, RenamesAreExplainedAndOverridable) {
     kvxsd::Options options;
     options.renames = {{"T/a", "Alpha"}, {"T", "Thing"}};
-    const Compiled run = Compile({{"r.xsd", Schema("<xs:complexType name='T'><xs:sequence><xs:element name='a' type='xs:int'/>"
-                                              "<xs:element name='A' type='xs:int'/><xs:element name='min' type='xs:int'/>"
-                                              "</xs:sequence></xs:complexType>")}},
-                            "r.xsd", options);
+    const Compiled run = CompileIn(KVXSD_OPTION_CASES "/", "r.xsd", options);
     ASSERT_TRUE(run.ok) << run.messages;
-    EXPECT_NE(run.dump.find("class Thing T"), std::string::npos) << run.dump;
-    EXPECT_NE(run.dump.find("  1 Alpha a"), std::string::npos) << run.dump;
-    EXPECT_NE(run.dump.find("  2 A A"), std::string::npos) << run.dump;
-    EXPECT_NE(run.dump.find("  3 Min min"), std::string::npos) << run.dump;
+    for (const char* fact : {"class Thing T", "  1 Alpha a", "  2 A A", "  3 Min min"})
+        EXPECT_NE(run.dump.find(fact), std::string::npos) << fact << " in\n" << run.dump;
     EXPECT_EQ(run.renames, (std::vector<std::string>{"T: CT -> Thing (--rename)", "T/a: A -> Alpha (--rename)"}));
 }
 
