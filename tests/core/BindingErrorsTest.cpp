@@ -74,8 +74,8 @@ TEST(BindingAllTypesRead, TextThatDoesNotConvertKeepsTheInnerException) {
     }
 }
 
-// A binary value is named by its hex digits (alltypes.bad-pattern.xml holds a broken facet).
-TEST(BindingAllTypesWrite, FacetsAreCheckedOnWritingOnly) {
+// Facets are checked on writing (alltypes.bad-pattern.xml); a binary value is named by its hex digits.
+TEST(BindingAllTypesWrite, AFacetFailureNamesABinaryValueByItsHexDigits) {
     CAllTypes value;
     FillAllTypes(value);
     unsigned char bytes[17] = {0x01, 0x02};
