@@ -281,11 +281,15 @@ void FIEncoder::EncodedCharacterStringBit5(uint8_t bits, const char* text, std::
 
 // --- strings and names against the tables -----------------------------------
 
-uint32_t FIEncoder::ValueIndexOrAdd(std::string_view value, CFIStringTable& table) {
+uint32_t FIEncoder::ValueIndexOrAdd(std::string_view value, CFIStringTable& table, FINameCache& cache) {
+    const FINameCache::Key key = {value, {}, {}};
+    const uint64_t hash = FINameCache::Hash(key);
+    if (const uint32_t cached = cache.Find(hash, key)) return cached;
     // One lookup either way: a value already there keeps an index within
     // the old count, a new one takes the next (or 0 in a full table).
     const uint32_t count = table.GetCount();
     const uint32_t index = table.AddValueToMap(value);
+    if (const std::string* stored = table.GetAt(index)) cache.Add(hash, index, {*stored, {}, {}});
     return index <= count ? index : 0;
 }
 
@@ -296,7 +300,8 @@ void FIEncoder::NonIdentifyingStringOrIndexBit1(const char* text, std::size_t le
     }
     if (length >= m_context.GetAttributeMaxAddLength()) {
         EncodedCharacterStringBit3(0x00, text, length, encoding);
-    } else if (const uint32_t index = ValueIndexOrAdd({text, length}, m_vocabulary.GetAttributeValuesTable())) {
+    } else if (const uint32_t index = ValueIndexOrAdd({text, length}, m_vocabulary.GetAttributeValuesTable(),
+                                                              m_attributeValueIndexes)) {
         Integer1To2pw20Bit2(0x80, index);
     } else {
         EncodedCharacterStringBit3(0x40, text, length, encoding);
@@ -306,14 +311,15 @@ void FIEncoder::NonIdentifyingStringOrIndexBit1(const char* text, std::size_t le
 void FIEncoder::NonIdentifyingStringOrIndexBit3(const char* text, std::size_t length, FIEncoding encoding) {
     if (length >= m_context.GetElementMaxAddLength()) {
         EncodedCharacterStringBit5(0x80, text, length, encoding);
-    } else if (const uint32_t index = ValueIndexOrAdd({text, length}, m_vocabulary.GetCharacterChunksTable())) {
+    } else if (const uint32_t index = ValueIndexOrAdd({text, length}, m_vocabulary.GetCharacterChunksTable(),
+                                                              m_chunkIndexes)) {
         Integer1To2pw20Bit4(0xA0, index);
     } else {
         EncodedCharacterStringBit5(0x90, text, length, encoding);
     }
 }
 
-void FIEncoder::IdentifyingStringOrIndex(const std::string& text, CFIStringTable& table) {
+void FIEncoder::IdentifyingStringOrIndex(std::string_view text, CFIStringTable& table) {
     uint32_t index = 0;
     if (table.FindIndex(text, index)) {
         Integer1To2pw20Bit2(0x80, index);
@@ -346,28 +352,30 @@ void FIEncoder::QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& 
                               bool elementIndex, FINameCache& cache) {
     const bool hasNamespace = !name.namespaceName.empty();
     const bool hasPrefix = hasNamespace && !name.prefix.empty();  // a prefix needs a namespace
-    const FINameCache::Key key = {hasPrefix ? std::string_view(name.prefix) : std::string_view(),
-                                      name.namespaceName, name.localName};
+    const FINameCache::Key key = {hasPrefix ? name.prefix : std::string_view(), name.namespaceName, name.localName};
     const uint64_t hash = FINameCache::Hash(key);
     if (const uint32_t cached = cache.Find(hash, key)) {
         WriteNameIndex(bits, cached, elementIndex);
         return;
     }
+    // Past the cache (a name's first use, or a full table): the parts by
+    // their tables.
     uint32_t index = 0;
     CQNameParts parts;
-    if ((!hasPrefix || m_vocabulary.FindPrefixNameIndex(name.prefix, parts.prefix)) &&
-        (!hasNamespace || m_vocabulary.FindNamespaceNameIndex(name.namespaceName, parts.namespaceName)) &&
-        m_vocabulary.FindLocalNameIndex(name.localName, parts.localName) && table.FindIndex(parts, index)) {
+    if ((!hasPrefix || m_vocabulary.GetPrefixNamesTable().FindIndex(name.prefix, parts.prefix)) &&
+        (!hasNamespace || m_vocabulary.GetNamespaceNamesTable().FindIndex(name.namespaceName, parts.namespaceName)) &&
+        m_vocabulary.GetLocalNamesTable().FindIndex(name.localName, parts.localName) && table.FindIndex(parts, index)) {
         WriteNameIndex(bits, index, elementIndex);
     } else {
         Put(static_cast<uint8_t>(bits | literalBits | (hasPrefix ? 0x02 : 0) | (hasNamespace ? 0x01 : 0)));
         if (hasPrefix) IdentifyingStringOrIndex(name.prefix, m_vocabulary.GetPrefixNamesTable());
         if (hasNamespace) IdentifyingStringOrIndex(name.namespaceName, m_vocabulary.GetNamespaceNamesTable());
         IdentifyingStringOrIndex(name.localName, m_vocabulary.GetLocalNamesTable());
-        static const std::string kNone;
-        const std::string& prefix = hasPrefix ? name.prefix : kNone;
-        index = elementIndex ? m_vocabulary.AddElement(prefix, name.namespaceName, name.localName)
-                             : m_vocabulary.AddAttribute(prefix, name.namespaceName, name.localName);
+        const std::string prefix(hasPrefix ? name.prefix : std::string_view());
+        const std::string namespaceName(name.namespaceName);
+        const std::string localName(name.localName);
+        index = elementIndex ? m_vocabulary.AddElement(prefix, namespaceName, localName)
+                             : m_vocabulary.AddAttribute(prefix, namespaceName, localName);
     }
     // The cache views the vocabulary's copies of the parts.
     if (const CQNameParts* stored = index != 0 ? table.GetAt(index) : nullptr) {
@@ -426,7 +434,7 @@ void FIEncoder::StartElement(const FIQName& name, bool hasAttributes, const FINa
     QualifiedNameOrIndexBit3(0x00, name);
 }
 
-void FIEncoder::Attribute(const FIQName& name, const std::string& value, FIEncoding encoding) {
+void FIEncoder::Attribute(const FIQName& name, std::string_view value, FIEncoding encoding) {
     QualifiedNameOrIndexBit2(0x00, name);
     NonIdentifyingStringOrIndexBit1(value.data(), value.size(), encoding);
 }

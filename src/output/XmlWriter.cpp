@@ -111,7 +111,7 @@ CXmlWriter::CXmlWriterContext::~CXmlWriterContext() {
     }
 }
 
-void CXmlWriter::CXmlWriterContext::Reuse(const std::string& localName, const std::string& namespaceUri,
+void CXmlWriter::CXmlWriterContext::Reuse(std::string_view localName, std::string_view namespaceUri,
                                           CXmlWriterContext* parent) {
     m_childCount = 0;
     m_startTagOpen = true;
@@ -292,8 +292,8 @@ std::string CXmlWriter::GetUniquePrefix(const NamespaceMap& map) {
     }
 }
 
-CXmlWriter::CXmlWriterContext* CXmlWriter::PushContext(const std::string& localName,
-                                                       const std::string& namespaceUri) {
+CXmlWriter::CXmlWriterContext* CXmlWriter::PushContext(std::string_view localName,
+                                                       std::string_view namespaceUri) {
     CXmlWriterContext* context;
     // While instances are counted every element gets a context of its own.
     if (m_currentContext && !m_spareContexts.empty() && !CInstanceMonitor::IsCounting()) {
@@ -307,9 +307,9 @@ CXmlWriter::CXmlWriterContext* CXmlWriter::PushContext(const std::string& localN
             throw;
         }
     } else if (m_currentContext) {
-        context = new CXmlWriterContext(localName, namespaceUri, m_currentContext);
+        context = new CXmlWriterContext(std::string(localName), std::string(namespaceUri), m_currentContext);
     } else {
-        context = new CXmlWriterContext(localName, namespaceUri, m_defaultNamespace,
+        context = new CXmlWriterContext(std::string(localName), std::string(namespaceUri), m_defaultNamespace,
                                         &m_pendingNamespaces, nullptr);
     }
     m_currentContext = context;

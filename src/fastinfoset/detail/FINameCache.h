@@ -1,4 +1,4 @@
-// FINameCache.h - the writer's quick way from a qualified name to its table index.
+// FINameCache.h - the writer's quick way from a qualified name (or a value) to its table index.
 //
 // The vocabulary finds a name by three string lookups and one for the
 // triple of indexes. The cache hashes the three parts once and keeps, per
@@ -16,7 +16,7 @@
 namespace KvXmlLib10::detail {
 
 /// Prefix, namespace and local name (an empty view: no prefix or no
-/// namespace) -> a 1-based table index. Holds at most kMaxEntries names;
+/// namespace), or a value and two empty views -> a 1-based table index. Holds at most kMaxEntries names;
 /// further ones are left to the vocabulary.
 class FINameCache {
 public:
@@ -95,10 +95,18 @@ private:
         const auto byte = [at](std::size_t i) { return uint64_t{static_cast<unsigned char>(at[i])}; };
         return byte(0) | (byte(size / 2) << 8) | (byte(size - 1) << 16);
     }
+    // Names are short: whole words (the last one overlapping) instead of
+    // a call to memcmp.
+    static bool SameBytes(const char* a, const char* b, std::size_t size) {
+        if (size < 8) return LoadTail(a, size) == LoadTail(b, size);  // the loads cover every byte
+        for (std::size_t at = 0; at + 8 < size; at += 8)
+            if (Load8(a + at) != Load8(b + at)) return false;
+        return Load8(a + size - 8) == Load8(b + size - 8);
+    }
     static bool Matches(const Slot& slot, const Key& key) {
         for (std::size_t i = 0; i < kParts; ++i) {
             if (slot.sizes[i] != key[i].size()) return false;
-            if (!key[i].empty() && std::memcmp(slot.data[i], key[i].data(), key[i].size()) != 0) return false;
+            if (!SameBytes(slot.data[i], key[i].data(), key[i].size())) return false;
         }
         return true;
     }
