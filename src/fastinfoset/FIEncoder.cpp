@@ -281,15 +281,15 @@ void FIEncoder::EncodedCharacterStringBit5(uint8_t bits, const char* text, std::
 
 // --- strings and names against the tables -----------------------------------
 
-uint32_t FIEncoder::ValueIndexOrAdd(std::string_view value, CFIStringTable& table, FINameCache& cache) {
-    const FINameCache::Key key = {value, {}, {}};
-    const uint64_t hash = FINameCache::Hash(key);
+uint32_t FIEncoder::ValueIndexOrAdd(std::string_view value, CFIStringTable& table, FIValueCache& cache) {
+    const FIValueCache::Key key = {value};
+    const uint64_t hash = FIValueCache::Hash(key);
     if (const uint32_t cached = cache.Find(hash, key)) return cached;
     // One lookup either way: a value already there keeps an index within
     // the old count, a new one takes the next (or 0 in a full table).
     const uint32_t count = table.GetCount();
     const uint32_t index = table.AddValueToMap(value);
-    if (const std::string* stored = table.GetAt(index)) cache.Add(hash, index, {*stored, {}, {}});
+    if (const std::string* stored = table.GetAt(index)) cache.Add(hash, index, {*stored});
     return index <= count ? index : 0;
 }
 
@@ -350,40 +350,53 @@ std::string_view Stored(const CFIStringTable& table, uint32_t index) {
 
 void FIEncoder::QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& name, CFIQNameTable& table,
                               bool elementIndex, FINameCache& cache) {
-    const bool hasNamespace = !name.namespaceName.empty();
-    const bool hasPrefix = hasNamespace && !name.prefix.empty();  // a prefix needs a namespace
+    const bool hasPrefix = !name.namespaceName.empty() && !name.prefix.empty();  // a prefix needs a namespace
     const FINameCache::Key key = {hasPrefix ? name.prefix : std::string_view(), name.namespaceName, name.localName};
     const uint64_t hash = FINameCache::Hash(key);
     if (const uint32_t cached = cache.Find(hash, key)) {
         WriteNameIndex(bits, cached, elementIndex);
         return;
     }
-    // Past the cache (a name's first use, or a full table): the parts by
-    // their tables.
-    uint32_t index = 0;
-    CQNameParts parts;
-    if ((!hasPrefix || m_vocabulary.GetPrefixNamesTable().FindIndex(name.prefix, parts.prefix)) &&
-        (!hasNamespace || m_vocabulary.GetNamespaceNamesTable().FindIndex(name.namespaceName, parts.namespaceName)) &&
-        m_vocabulary.GetLocalNamesTable().FindIndex(name.localName, parts.localName) && table.FindIndex(parts, index)) {
-        WriteNameIndex(bits, index, elementIndex);
-    } else {
-        Put(static_cast<uint8_t>(bits | literalBits | (hasPrefix ? 0x02 : 0) | (hasNamespace ? 0x01 : 0)));
-        if (hasPrefix) IdentifyingStringOrIndex(name.prefix, m_vocabulary.GetPrefixNamesTable());
-        if (hasNamespace) IdentifyingStringOrIndex(name.namespaceName, m_vocabulary.GetNamespaceNamesTable());
-        IdentifyingStringOrIndex(name.localName, m_vocabulary.GetLocalNamesTable());
-        const std::string prefix(hasPrefix ? name.prefix : std::string_view());
-        const std::string namespaceName(name.namespaceName);
-        const std::string localName(name.localName);
-        index = elementIndex ? m_vocabulary.AddElement(prefix, namespaceName, localName)
-                             : m_vocabulary.AddAttribute(prefix, namespaceName, localName);
-    }
     // The cache views the vocabulary's copies of the parts.
+    const uint32_t index = UncachedName(bits, literalBits, key, table, elementIndex);
     if (const CQNameParts* stored = index != 0 ? table.GetAt(index) : nullptr) {
         cache.Add(hash, index,
                   {Stored(m_vocabulary.GetPrefixNamesTable(), stored->prefix),
                    Stored(m_vocabulary.GetNamespaceNamesTable(), stored->namespaceName),
                    Stored(m_vocabulary.GetLocalNamesTable(), stored->localName)});
     }
+}
+
+bool FIEncoder::FindName(const FINameCache::Key& name, const CFIQNameTable& table, CQNameParts& parts,
+                         uint32_t& index) const {
+    return (name[0].empty() || m_vocabulary.GetPrefixNamesTable().FindIndex(name[0], parts.prefix)) &&
+           (name[1].empty() || m_vocabulary.GetNamespaceNamesTable().FindIndex(name[1], parts.namespaceName)) &&
+           m_vocabulary.GetLocalNamesTable().FindIndex(name[2], parts.localName) && table.FindIndex(parts, index);
+}
+
+// A name's first use (or any use once the cache or the table is full): the
+// parts by their tables, else literally, adding it. Returns its index (0
+// in a full table).
+uint32_t FIEncoder::UncachedName(uint8_t bits, uint8_t literalBits, const FINameCache::Key& name,
+                                 CFIQNameTable& table, bool elementIndex) {
+    const std::string_view prefix = name[0];
+    const std::string_view namespaceName = name[1];
+    const std::string_view localName = name[2];
+    uint32_t index = 0;
+    CQNameParts parts;
+    if (FindName(name, table, parts, index)) {
+        WriteNameIndex(bits, index, elementIndex);
+        return index;
+    }
+    Put(static_cast<uint8_t>(bits | literalBits | (prefix.empty() ? 0 : 0x02) | (namespaceName.empty() ? 0 : 0x01)));
+    if (!prefix.empty()) IdentifyingStringOrIndex(prefix, m_vocabulary.GetPrefixNamesTable());
+    if (!namespaceName.empty()) IdentifyingStringOrIndex(namespaceName, m_vocabulary.GetNamespaceNamesTable());
+    IdentifyingStringOrIndex(localName, m_vocabulary.GetLocalNamesTable());
+    const std::string prefixText(prefix);
+    const std::string namespaceText(namespaceName);
+    const std::string localText(localName);
+    return elementIndex ? m_vocabulary.AddElement(prefixText, namespaceText, localText)
+                        : m_vocabulary.AddAttribute(prefixText, namespaceText, localText);
 }
 
 void FIEncoder::QualifiedNameOrIndexBit2(uint8_t bits, const FIQName& name) {

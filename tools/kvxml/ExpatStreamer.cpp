@@ -76,7 +76,7 @@ public:
     void Attribute(std::string_view localName, std::string_view namespaceUri, std::string_view value) override {
         m_visitor.Attribute(m_local.assign(localName), m_uri.assign(namespaceUri), m_value.assign(value));
     }
-    void Text(std::string_view text) override { m_visitor.Text(m_value.assign(text)); }
+    void Text(const std::string& text) override { m_visitor.Text(text); }
     void End() override {
         m_visitor.End();
         m_visitor.Completed();

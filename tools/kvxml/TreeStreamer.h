@@ -38,7 +38,8 @@ public:
 void StreamDocument(Input& input, TreeVisitor& visitor);
 
 /// The events of XML text as the parser reports them: views of its own
-/// text, valid during the call only. Text between two tags comes whole.
+/// text, valid during the call only. Text between two tags comes whole, in
+/// the streamer's own string.
 class XmlEvents {
 public:
     virtual ~XmlEvents() = default;
@@ -46,7 +47,7 @@ public:
     /// Follows Start; EndStartTag follows the last one.
     virtual void Attribute(std::string_view localName, std::string_view namespaceUri, std::string_view value) = 0;
     virtual void EndStartTag() {}
-    virtual void Text(std::string_view text) = 0;
+    virtual void Text(const std::string& text) = 0;
     virtual void End() = 0;
 };
 

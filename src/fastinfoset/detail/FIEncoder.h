@@ -130,9 +130,14 @@ private:
     const unsigned char* ToUtf8(const char* text, std::size_t& length);
     void QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& name, CFIQNameTable& table,
                        bool elementIndex, FINameCache& cache);
+    /// Kept out of QualifiedName, whose cached path is the hot one.
+    [[gnu::noinline]] uint32_t UncachedName(uint8_t bits, uint8_t literalBits, const FINameCache::Key& name,
+                                            CFIQNameTable& table, bool elementIndex);
+    bool FindName(const FINameCache::Key& name, const CFIQNameTable& table, CQNameParts& parts,
+                  uint32_t& index) const;
     /// The index of a value already in the table, or 0 for a new one (added
     /// unless the table is full).
-    uint32_t ValueIndexOrAdd(std::string_view value, CFIStringTable& table, FINameCache& cache);
+    uint32_t ValueIndexOrAdd(std::string_view value, CFIStringTable& table, FIValueCache& cache);
     void WriteNameIndex(uint8_t bits, uint32_t index, bool elementIndex);
 
     FIOctetSink& m_sink;
@@ -151,8 +156,8 @@ private:
     // triple; short values the same way, cheaper than the table's map.
     FINameCache m_elementIndexes;
     FINameCache m_attributeIndexes;
-    FINameCache m_attributeValueIndexes;
-    FINameCache m_chunkIndexes;
+    FIValueCache m_attributeValueIndexes;
+    FIValueCache m_chunkIndexes;
 };
 
 }  // namespace KvXmlLib10::detail

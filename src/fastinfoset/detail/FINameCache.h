@@ -5,6 +5,8 @@
 // entry, views of the vocabulary's own copies of them (those never move as
 // the tables grow), so a repeated name costs one probe and a compare. A
 // miss sends the caller to the vocabulary, which stays the authority.
+// Values go the same way, one part each, instead of through the table's
+// map (a division per probe, a node per entry).
 #pragma once
 
 #include <cstddef>
@@ -15,13 +17,13 @@
 
 namespace KvXmlLib10::detail {
 
-/// Prefix, namespace and local name (an empty view: no prefix or no
-/// namespace), or a value and two empty views -> a 1-based table index. Holds at most kMaxEntries names;
-/// further ones are left to the vocabulary.
-class FINameCache {
+/// Strings of `Parts` parts -> a 1-based table index. Holds at most
+/// kMaxEntries keys; further ones are left to the vocabulary.
+template <std::size_t Parts>
+class FIIndexCache {
 public:
     static constexpr std::size_t kMaxEntries = std::size_t{1} << 16;
-    static constexpr std::size_t kParts = 3;
+    static constexpr std::size_t kParts = Parts;
     using Key = std::string_view[kParts];
 
     static uint64_t Hash(const Key& key) {
@@ -126,5 +128,12 @@ private:
     std::vector<Slot> m_slots = std::vector<Slot>(64, Slot{});
     std::size_t m_used = 0;
 };
+
+/// Prefix, namespace and local name (an empty view: no prefix or no
+/// namespace).
+using FINameCache = FIIndexCache<3>;
+/// A value of the attribute value or character chunk table: one part keeps
+/// the slots small, as the tables grow large.
+using FIValueCache = FIIndexCache<1>;
 
 }  // namespace KvXmlLib10::detail
