@@ -116,7 +116,8 @@ void CXmlWriter::CXmlWriterContext::Reuse(std::string_view localName, std::strin
     m_childCount = 0;
     m_startTagOpen = true;
     m_depth = parent->m_depth + 1;
-    m_namespaceUri = namespaceUri;
+    // Mostly the namespace this context last had: a compare is cheaper.
+    if (m_namespaceUri != namespaceUri) m_namespaceUri = namespaceUri;
     m_localName = localName;
     m_parent = parent;
     m_flag = false;

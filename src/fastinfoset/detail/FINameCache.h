@@ -43,8 +43,11 @@ public:
             // ("a", "bc") differ.
             add(LoadTail(at, left) ^ (uint64_t{part.size()} << 56));
         }
-        sum = (sum ^ (sum >> 31)) * 0x94D049BB133111EBULL;
-        return sum ^ (sum >> 29);
+        // Each product carries a word's later bytes only in its high bits:
+        // fold them down twice, as the slot is picked by the low bits.
+        sum = (sum ^ (sum >> 32)) * 0xD6E8FEB86659FD93ULL;
+        sum = (sum ^ (sum >> 32)) * 0xD6E8FEB86659FD93ULL;
+        return sum ^ (sum >> 32);
     }
 
     /// The index cached for the key with this hash, or 0.
