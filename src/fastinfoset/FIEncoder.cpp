@@ -281,11 +281,15 @@ void FIEncoder::EncodedCharacterStringBit5(uint8_t bits, const char* text, std::
 
 // --- strings and names against the tables -----------------------------------
 
-uint32_t FIEncoder::ValueIndexOrAdd(std::string_view value, CFIStringTable& table) {
+uint32_t FIEncoder::ValueIndexOrAdd(std::string_view value, CFIStringTable& table, FIValueCache& cache) {
+    const FIValueCache::Key key = {value};
+    const uint64_t hash = FIValueCache::Hash(key);
+    if (const uint32_t cached = cache.Find(hash, key)) return cached;
     // One lookup either way: a value already there keeps an index within
     // the old count, a new one takes the next (or 0 in a full table).
     const uint32_t count = table.GetCount();
     const uint32_t index = table.AddValueToMap(value);
+    if (const std::string* stored = table.GetAt(index)) cache.Add(hash, index, {*stored});
     return index <= count ? index : 0;
 }
 
@@ -296,7 +300,8 @@ void FIEncoder::NonIdentifyingStringOrIndexBit1(const char* text, std::size_t le
     }
     if (length >= m_context.GetAttributeMaxAddLength()) {
         EncodedCharacterStringBit3(0x00, text, length, encoding);
-    } else if (const uint32_t index = ValueIndexOrAdd({text, length}, m_vocabulary.GetAttributeValuesTable())) {
+    } else if (const uint32_t index = ValueIndexOrAdd({text, length}, m_vocabulary.GetAttributeValuesTable(),
+                                                              m_attributeValueIndexes)) {
         Integer1To2pw20Bit2(0x80, index);
     } else {
         EncodedCharacterStringBit3(0x40, text, length, encoding);
@@ -306,14 +311,15 @@ void FIEncoder::NonIdentifyingStringOrIndexBit1(const char* text, std::size_t le
 void FIEncoder::NonIdentifyingStringOrIndexBit3(const char* text, std::size_t length, FIEncoding encoding) {
     if (length >= m_context.GetElementMaxAddLength()) {
         EncodedCharacterStringBit5(0x80, text, length, encoding);
-    } else if (const uint32_t index = ValueIndexOrAdd({text, length}, m_vocabulary.GetCharacterChunksTable())) {
+    } else if (const uint32_t index = ValueIndexOrAdd({text, length}, m_vocabulary.GetCharacterChunksTable(),
+                                                              m_chunkIndexes)) {
         Integer1To2pw20Bit4(0xA0, index);
     } else {
         EncodedCharacterStringBit5(0x90, text, length, encoding);
     }
 }
 
-void FIEncoder::IdentifyingStringOrIndex(const std::string& text, CFIStringTable& table) {
+void FIEncoder::IdentifyingStringOrIndex(std::string_view text, CFIStringTable& table) {
     uint32_t index = 0;
     if (table.FindIndex(text, index)) {
         Integer1To2pw20Bit2(0x80, index);
@@ -344,38 +350,53 @@ std::string_view Stored(const CFIStringTable& table, uint32_t index) {
 
 void FIEncoder::QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& name, CFIQNameTable& table,
                               bool elementIndex, FINameCache& cache) {
-    const bool hasNamespace = !name.namespaceName.empty();
-    const bool hasPrefix = hasNamespace && !name.prefix.empty();  // a prefix needs a namespace
-    const FINameCache::Key key = {hasPrefix ? std::string_view(name.prefix) : std::string_view(),
-                                      name.namespaceName, name.localName};
+    const bool hasPrefix = !name.namespaceName.empty() && !name.prefix.empty();  // a prefix needs a namespace
+    const FINameCache::Key key = {hasPrefix ? name.prefix : std::string_view(), name.namespaceName, name.localName};
     const uint64_t hash = FINameCache::Hash(key);
     if (const uint32_t cached = cache.Find(hash, key)) {
         WriteNameIndex(bits, cached, elementIndex);
         return;
     }
-    uint32_t index = 0;
-    CQNameParts parts;
-    if ((!hasPrefix || m_vocabulary.FindPrefixNameIndex(name.prefix, parts.prefix)) &&
-        (!hasNamespace || m_vocabulary.FindNamespaceNameIndex(name.namespaceName, parts.namespaceName)) &&
-        m_vocabulary.FindLocalNameIndex(name.localName, parts.localName) && table.FindIndex(parts, index)) {
-        WriteNameIndex(bits, index, elementIndex);
-    } else {
-        Put(static_cast<uint8_t>(bits | literalBits | (hasPrefix ? 0x02 : 0) | (hasNamespace ? 0x01 : 0)));
-        if (hasPrefix) IdentifyingStringOrIndex(name.prefix, m_vocabulary.GetPrefixNamesTable());
-        if (hasNamespace) IdentifyingStringOrIndex(name.namespaceName, m_vocabulary.GetNamespaceNamesTable());
-        IdentifyingStringOrIndex(name.localName, m_vocabulary.GetLocalNamesTable());
-        static const std::string kNone;
-        const std::string& prefix = hasPrefix ? name.prefix : kNone;
-        index = elementIndex ? m_vocabulary.AddElement(prefix, name.namespaceName, name.localName)
-                             : m_vocabulary.AddAttribute(prefix, name.namespaceName, name.localName);
-    }
     // The cache views the vocabulary's copies of the parts.
+    const uint32_t index = UncachedName(bits, literalBits, key, table, elementIndex);
     if (const CQNameParts* stored = index != 0 ? table.GetAt(index) : nullptr) {
         cache.Add(hash, index,
                   {Stored(m_vocabulary.GetPrefixNamesTable(), stored->prefix),
                    Stored(m_vocabulary.GetNamespaceNamesTable(), stored->namespaceName),
                    Stored(m_vocabulary.GetLocalNamesTable(), stored->localName)});
     }
+}
+
+bool FIEncoder::FindName(const FINameCache::Key& name, const CFIQNameTable& table, CQNameParts& parts,
+                         uint32_t& index) const {
+    return (name[0].empty() || m_vocabulary.GetPrefixNamesTable().FindIndex(name[0], parts.prefix)) &&
+           (name[1].empty() || m_vocabulary.GetNamespaceNamesTable().FindIndex(name[1], parts.namespaceName)) &&
+           m_vocabulary.GetLocalNamesTable().FindIndex(name[2], parts.localName) && table.FindIndex(parts, index);
+}
+
+// A name's first use (or any use once the cache or the table is full): the
+// parts by their tables, else literally, adding it. Returns its index (0
+// in a full table).
+uint32_t FIEncoder::UncachedName(uint8_t bits, uint8_t literalBits, const FINameCache::Key& name,
+                                 CFIQNameTable& table, bool elementIndex) {
+    const std::string_view prefix = name[0];
+    const std::string_view namespaceName = name[1];
+    const std::string_view localName = name[2];
+    uint32_t index = 0;
+    CQNameParts parts;
+    if (FindName(name, table, parts, index)) {
+        WriteNameIndex(bits, index, elementIndex);
+        return index;
+    }
+    Put(static_cast<uint8_t>(bits | literalBits | (prefix.empty() ? 0 : 0x02) | (namespaceName.empty() ? 0 : 0x01)));
+    if (!prefix.empty()) IdentifyingStringOrIndex(prefix, m_vocabulary.GetPrefixNamesTable());
+    if (!namespaceName.empty()) IdentifyingStringOrIndex(namespaceName, m_vocabulary.GetNamespaceNamesTable());
+    IdentifyingStringOrIndex(localName, m_vocabulary.GetLocalNamesTable());
+    const std::string prefixText(prefix);
+    const std::string namespaceText(namespaceName);
+    const std::string localText(localName);
+    return elementIndex ? m_vocabulary.AddElement(prefixText, namespaceText, localText)
+                        : m_vocabulary.AddAttribute(prefixText, namespaceText, localText);
 }
 
 void FIEncoder::QualifiedNameOrIndexBit2(uint8_t bits, const FIQName& name) {
@@ -426,7 +447,7 @@ void FIEncoder::StartElement(const FIQName& name, bool hasAttributes, const FINa
     QualifiedNameOrIndexBit3(0x00, name);
 }
 
-void FIEncoder::Attribute(const FIQName& name, const std::string& value, FIEncoding encoding) {
+void FIEncoder::Attribute(const FIQName& name, std::string_view value, FIEncoding encoding) {
     QualifiedNameOrIndexBit2(0x00, name);
     NonIdentifyingStringOrIndexBit1(value.data(), value.size(), encoding);
 }

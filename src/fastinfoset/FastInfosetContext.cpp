@@ -7,10 +7,6 @@ namespace KvXmlLib10 {
 
 CFastInfosetContext::CFastInfosetContext() = default;
 
-CFastInfosetContext::EncodedCharacterString CFastInfosetContext::GetEncoding(uint32_t type) const {
-    return type < kEncodingCount ? m_encodings[type] : EncodedCharacterString{};
-}
-
 void CFastInfosetContext::SetEncoding(uint32_t type, EncodedCharacterString encoding) {
     if (type < kEncodingCount) m_encodings[type] = encoding;
 }

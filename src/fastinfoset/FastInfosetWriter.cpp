@@ -6,9 +6,11 @@
 // reusable slots meanwhile.
 #include "kvxml/fastinfoset/FastInfosetWriter.h"
 
+#include <string_view>
 #include <vector>
 
 #include "fastinfoset/detail/FIEncoder.h"
+#include "fastinfoset/detail/FIEventWriter.h"
 #include "kvxml/foundation/KvException.h"
 #include "output/detail/NamespaceDecisions.h"
 #include "output/detail/XmlNames.h"
@@ -16,12 +18,27 @@
 namespace KvXmlLib10 {
 
 struct CFastInfosetWriter::State final : detail::FIOctetSink {
+    // The header is written from the writer's own copies, or from views
+    // of the caller's text for the event writer, whose whole start tag
+    // arrives before anything else.
     struct Attribute {
-        std::string prefix;
-        std::string namespaceUri;
-        std::string localName;
-        std::string value;
+        std::string_view prefix;
+        std::string_view namespaceUri;
+        std::string_view localName;
+        std::string_view value;
         ItemType type = string;
+        bool owned = false;
+        std::string ownPrefix;
+        std::string ownNamespaceUri;
+        std::string ownLocalName;
+        std::string ownValue;
+
+        // Views of the copies are taken late: the slots move as they grow.
+        detail::FIQName Name() const {
+            if (owned) return {ownPrefix, ownNamespaceUri, ownLocalName};
+            return {prefix, namespaceUri, localName};
+        }
+        std::string_view Value() const { return owned ? std::string_view(ownValue) : value; }
     };
 
     State(const CFastInfosetContext& fiContext, CBinaryStream& out)
@@ -46,9 +63,29 @@ struct CFastInfosetWriter::State final : detail::FIOctetSink {
         ++declCount;
     }
 
-    Attribute& NextAttribute() {
+    /// The prefix decided for a name ("" for none); an invented one is
+    /// queued for declaration on the pending element.
+    const std::string& PrefixOf(const detail::ResolvedPrefix& resolved, const std::string& uri) {
+        static const std::string none;
+        if (!resolved.prefix) return none;
+        if (resolved.declare) AddDeclaration(*resolved.prefix, uri);
+        return *resolved.prefix;
+    }
+
+    /// A slot for the next attribute of the element, its prefix decided
+    /// (a view of the binding in scope).
+    Attribute& QueueAttribute(CXmlWriter::CXmlWriterContext& element, const std::string& namespaceUri,
+                              ItemType type) {
         if (attributeCount == attributes.size()) attributes.emplace_back();
-        return attributes[attributeCount++];
+        Attribute& attribute = attributes[attributeCount++];
+        attribute.prefix = PrefixOf(detail::NamespaceDecisions::Attribute(element, namespaceUri), namespaceUri);
+        attribute.type = type;
+        attribute.owned = false;
+        return attribute;
+    }
+
+    void Characters(std::string_view text, ItemType type) {
+        encoder.Characters(text.data(), text.size(), context.GetEncoding(type));
     }
 
     CBinaryStream& stream;
@@ -91,13 +128,6 @@ void CFastInfosetWriter::WritePI(const std::string& /*text*/) {
 
 void CFastInfosetWriter::WriteInlineSchema(const std::string& /*text*/) {}
 
-const std::string& CFastInfosetWriter::PrefixOf(const detail::ResolvedPrefix& resolved, const std::string& uri) {
-    static const std::string none;
-    if (!resolved.prefix) return none;
-    if (resolved.declare) m_state->AddDeclaration(*resolved.prefix, uri);
-    return *resolved.prefix;
-}
-
 void CFastInfosetWriter::WriteElement() {
     State& state = *m_state;
     CXmlWriterContext& context = *GetCurrentContext();
@@ -106,8 +136,7 @@ void CFastInfosetWriter::WriteElement() {
     state.encoder.StartElement(name, hasAttributes, state.decls.data(), state.declCount);
     for (std::size_t i = 0; i < state.attributeCount; ++i) {
         const State::Attribute& attribute = state.attributes[i];
-        const detail::FIQName attributeName{attribute.prefix, attribute.namespaceUri, attribute.localName};
-        state.encoder.Attribute(attributeName, attribute.value, state.context.GetEncoding(attribute.type));
+        state.encoder.Attribute(attribute.Name(), attribute.Value(), state.context.GetEncoding(attribute.type));
     }
     if (hasAttributes) state.encoder.EndAttributes();
     context.SetStartTagOpen(false);
@@ -121,6 +150,10 @@ void CFastInfosetWriter::WriteStartElement(const std::string& localName, const s
     // Names are checked as the text writer checks them: both forms of a
     // document hold the same names, and an empty one has no encoding.
     detail::CheckXmlName(localName, "element");
+    OpenElement(localName, namespaceUri);
+}
+
+void CFastInfosetWriter::OpenElement(std::string_view localName, std::string_view namespaceUri) {
     State& state = *m_state;
     if (state.headerPending) WriteElement();
     const bool isRoot = GetCurrentContext() == nullptr;
@@ -141,7 +174,7 @@ void CFastInfosetWriter::WriteStartElement(const std::string& localName, const s
 
 void CFastInfosetWriter::WriteString(const std::string& text, ItemType type) {
     if (m_state->headerPending) WriteElement();
-    m_state->encoder.Characters(text.data(), text.size(), m_state->context.GetEncoding(type));
+    m_state->Characters(text, type);
 }
 
 void CFastInfosetWriter::WriteEndElement() {
@@ -161,18 +194,20 @@ void CFastInfosetWriter::WriteAttributeString(const std::string& localName, cons
                                               const std::string& value, ItemType type) {
     CheckStartTagOpen();
     detail::CheckXmlName(localName, "attribute");
-    State::Attribute& attribute = m_state->NextAttribute();
-    attribute.prefix = PrefixOf(detail::NamespaceDecisions::Attribute(*GetCurrentContext(), namespaceUri), namespaceUri);
-    attribute.namespaceUri = namespaceUri;
-    attribute.localName = localName;
-    attribute.value = value;
-    attribute.type = type;
+    State::Attribute& attribute = m_state->QueueAttribute(*GetCurrentContext(), namespaceUri, type);
+    // Copies: the caller's strings may be gone when the header is written,
+    // and a later AddNamespace may rebind the prefix in place.
+    attribute.owned = true;
+    attribute.ownPrefix = attribute.prefix;
+    attribute.ownNamespaceUri = namespaceUri;
+    attribute.ownLocalName = localName;
+    attribute.ownValue = value;
 }
 
 void CFastInfosetWriter::WriteAttributeType(const std::string& typeNamespaceUri, const std::string& typeLocalName,
                                             ItemType type) {
     CheckStartTagOpen();
-    const std::string& prefix = PrefixOf(
+    const std::string& prefix = m_state->PrefixOf(
         detail::NamespaceDecisions::TypeValue(*GetCurrentContext(), typeNamespaceUri), typeNamespaceUri);
     std::string value;
     if (!prefix.empty()) {
@@ -190,5 +225,30 @@ void CFastInfosetWriter::WriteAttributeNil() {
     static const std::string value = "true";
     WriteAttributeString(name, detail::XsiNamespace(), value, boolean);
 }
+
+// --- the event writer ----------------------------------------------------------
+
+namespace detail {
+
+void FIEventWriter::StartElement(std::string_view localName, std::string_view namespaceUri) {
+    OpenElement(localName, namespaceUri);
+}
+
+void FIEventWriter::Attribute(std::string_view localName, std::string_view namespaceUri, std::string_view value,
+                              ItemType type) {
+    // The scope is searched by string; the slot keeps the caller's view.
+    m_attributeUri.assign(namespaceUri);
+    State::Attribute& attribute = m_state->QueueAttribute(*GetCurrentContext(), m_attributeUri, type);
+    attribute.namespaceUri = namespaceUri;
+    attribute.localName = localName;
+    attribute.value = value;
+}
+
+void FIEventWriter::Characters(std::string_view text, ItemType type) {
+    if (m_state->headerPending) WriteElement();
+    m_state->Characters(text, type);
+}
+
+}  // namespace detail
 
 }  // namespace KvXmlLib10

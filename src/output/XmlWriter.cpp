@@ -111,12 +111,13 @@ CXmlWriter::CXmlWriterContext::~CXmlWriterContext() {
     }
 }
 
-void CXmlWriter::CXmlWriterContext::Reuse(const std::string& localName, const std::string& namespaceUri,
+void CXmlWriter::CXmlWriterContext::Reuse(std::string_view localName, std::string_view namespaceUri,
                                           CXmlWriterContext* parent) {
     m_childCount = 0;
     m_startTagOpen = true;
     m_depth = parent->m_depth + 1;
-    m_namespaceUri = namespaceUri;
+    // Mostly the namespace this context last had: a compare is cheaper.
+    if (m_namespaceUri != namespaceUri) m_namespaceUri = namespaceUri;
     m_localName = localName;
     m_parent = parent;
     m_flag = false;
@@ -292,8 +293,8 @@ std::string CXmlWriter::GetUniquePrefix(const NamespaceMap& map) {
     }
 }
 
-CXmlWriter::CXmlWriterContext* CXmlWriter::PushContext(const std::string& localName,
-                                                       const std::string& namespaceUri) {
+CXmlWriter::CXmlWriterContext* CXmlWriter::PushContext(std::string_view localName,
+                                                       std::string_view namespaceUri) {
     CXmlWriterContext* context;
     // While instances are counted every element gets a context of its own.
     if (m_currentContext && !m_spareContexts.empty() && !CInstanceMonitor::IsCounting()) {
@@ -307,9 +308,9 @@ CXmlWriter::CXmlWriterContext* CXmlWriter::PushContext(const std::string& localN
             throw;
         }
     } else if (m_currentContext) {
-        context = new CXmlWriterContext(localName, namespaceUri, m_currentContext);
+        context = new CXmlWriterContext(std::string(localName), std::string(namespaceUri), m_currentContext);
     } else {
-        context = new CXmlWriterContext(localName, namespaceUri, m_defaultNamespace,
+        context = new CXmlWriterContext(std::string(localName), std::string(namespaceUri), m_defaultNamespace,
                                         &m_pendingNamespaces, nullptr);
     }
     m_currentContext = context;

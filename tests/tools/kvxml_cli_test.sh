@@ -34,6 +34,16 @@ expect_status 0 "$kvxml" convert --suggested doc.xml typed.fi
 expect_status 0 "$kvxml" convert typed.fi typed.xml
 cmp -s back.xml typed.xml || fail "--suggested changed the document: $(cat typed.xml)"
 
+# XML text reaches the writer as parser events, Fast Infoset input through
+# its general calls: with invented prefixes, namespaced attributes and an
+# undeclared default namespace both encode the same bytes.
+cat >ns.xml <<'XML'
+<r xmlns="urn:d" xmlns:a="urn:a" a:one="1" p="x"><a:e xmlns:b="urn:b" b:k="v" a:k="w"><i xmlns="">t</i></a:e><e a:z="3"/></r>
+XML
+expect_status 0 "$kvxml" convert ns.xml ns.fi
+expect_status 0 "$kvxml" convert --to fi ns.fi again.fi
+cmp -s ns.fi again.fi || fail "XML text and Fast Infoset input encode the same document differently"
+
 # Compressed output is read back as it is.
 expect_status 0 "$kvxml" convert --gzip doc.xml doc.fi.gz
 [[ $(hex doc.fi.gz 2) == 1f8b ]] || fail "--gzip output is not gzip"

@@ -11,6 +11,7 @@
 #include "Output.h"
 #include "TreeStreamer.h"
 #include "ValueTypes.h"
+#include "fastinfoset/detail/FIEventWriter.h"
 #include "kvxml/kvxml.h"
 
 namespace kvxml_cli {
@@ -89,6 +90,7 @@ public:
     }
     /// Hands what the writer produced so far to the output.
     virtual void Drain() = 0;
+    uint64_t Written() const { return m_written; }
 
 protected:
     uint64_t m_written = 0;
@@ -154,6 +156,44 @@ private:
     Output& m_output;
 };
 
+// XML text to Fast Infoset: expat's events straight into the writer, which
+// takes the names as expat checked them and the start tag whole.
+class FastInfosetEvents : public XmlEvents {
+public:
+    FastInfosetEvents(detail::FIEventWriter& writer, FastInfosetOut& out, bool suggested, Progress& progress)
+        : m_writer(writer), m_out(out), m_suggested(suggested), m_progress(progress) {}
+
+    void Start(std::string_view localName, std::string_view namespaceUri) override {
+        // As WriterVisitor does: the root's namespace becomes the default.
+        if (m_depth++ == 0 && !namespaceUri.empty()) {
+            m_writer.SetDefaultNamespace(std::string(namespaceUri));
+            m_writer.SetUndeclareDefaultNamespace(true);
+        }
+        m_writer.StartElement(localName, namespaceUri);
+    }
+    void Attribute(std::string_view localName, std::string_view namespaceUri, std::string_view value) override {
+        m_writer.Attribute(localName, namespaceUri, value, TypeOf(value));
+    }
+    void EndStartTag() override { m_writer.EndStartTag(); }
+    void Text(const std::string& text) override { m_writer.Characters(text, TypeOf(text)); }
+    void End() override {
+        --m_depth;
+        m_writer.WriteEndElement();
+        m_out.Drain();
+        m_progress.Tick(++m_elements, m_out.Written());
+    }
+
+private:
+    ItemType TypeOf(std::string_view text) const { return m_suggested ? InferItemType(text) : string; }
+
+    detail::FIEventWriter& m_writer;
+    FastInfosetOut& m_out;
+    bool m_suggested;
+    Progress& m_progress;
+    uint32_t m_depth = 0;
+    uint64_t m_elements = 0;
+};
+
 // XML text goes straight through expat; Fast Infoset through the document.
 void Stream(Input& input, TreeVisitor& visitor) {
     if (input.GetFormat() == Format::Xml) {
@@ -193,11 +233,16 @@ void Convert(const ConvertOptions& options) {
                 context.SetElementMaxAddLength(options.maxAddLength);
             }
             CBinaryStream stream;
-            CFastInfosetWriter writer(context, stream);
+            detail::FIEventWriter writer(context, stream);
             writer.Open();
             writer.WriteStartDocument(FInfoDecl_None);
             FastInfosetOut visitor(writer, stream, output, options.suggested, progress);
-            Stream(input, visitor);
+            if (input.GetFormat() == Format::Xml) {
+                FastInfosetEvents events(writer, visitor, options.suggested, progress);
+                StreamXmlText(input, events);
+            } else {
+                StreamDocument(input, visitor);
+            }
             writer.WriteEndDocument();
             writer.Close();
             visitor.DrainAll();

@@ -1,4 +1,4 @@
-// ExpatStreamer.cpp - XML text to visitor events straight from expat, without a tree.
+// ExpatStreamer.cpp - XML text to events straight from expat, without a tree.
 #include <expat.h>
 
 #include <algorithm>
@@ -15,55 +15,75 @@ namespace {
 constexpr char kSeparator = '\x01';
 constexpr std::size_t kPiece = 1 << 20;
 
+// "uri<separator>local" or "local".
+void Split(const char* name, std::string_view& uri, std::string_view& local) {
+    if (const char* cut = std::strchr(name, kSeparator)) {
+        uri = std::string_view(name, static_cast<std::size_t>(cut - name));
+        local = std::string_view(cut + 1);
+    } else {
+        uri = std::string_view();
+        local = std::string_view(name);
+    }
+}
+
 class ExpatStreamer {
 public:
-    explicit ExpatStreamer(TreeVisitor& visitor) : m_visitor(visitor) {}
+    explicit ExpatStreamer(XmlEvents& events) : m_events(events) {}
 
     static void XMLCALL OnStart(void* self, const XML_Char* name, const XML_Char** attributes) {
         static_cast<ExpatStreamer*>(self)->Start(name, attributes);
     }
-    static void XMLCALL OnEnd(void* self, const XML_Char* /*name*/) { static_cast<ExpatStreamer*>(self)->End(); }
+    static void XMLCALL OnEnd(void* self, const XML_Char* /*name*/) {
+        auto* streamer = static_cast<ExpatStreamer*>(self);
+        streamer->PassText();
+        streamer->m_events.End();
+    }
     static void XMLCALL OnText(void* self, const XML_Char* text, int length) {
         static_cast<ExpatStreamer*>(self)->m_text.append(text, static_cast<std::size_t>(length));
     }
 
 private:
-    // "uri<separator>local" or "local".
-    static void Split(const char* name, std::string& uri, std::string& local) {
-        if (const char* cut = std::strchr(name, kSeparator)) {
-            uri.assign(name, cut);
-            local.assign(cut + 1);
-        } else {
-            uri.clear();
-            local.assign(name);
-        }
-    }
-
     void PassText() {
         if (m_text.empty()) return;
-        m_visitor.Text(m_text);
+        m_events.Text(m_text);
         m_text.clear();
     }
 
     void Start(const char* name, const char** attributes) {
         PassText();
-        Split(name, m_uri, m_local);
-        m_visitor.Start(m_local, m_uri);
+        std::string_view uri;
+        std::string_view local;
+        Split(name, uri, local);
+        m_events.Start(local, uri);
         for (; *attributes; attributes += 2) {
-            Split(attributes[0], m_uri, m_local);
-            m_value.assign(attributes[1]);
-            m_visitor.Attribute(m_local, m_uri, m_value);
+            Split(attributes[0], uri, local);
+            m_events.Attribute(local, uri, attributes[1]);
         }
+        m_events.EndStartTag();
     }
 
-    void End() {
-        PassText();
+    XmlEvents& m_events;
+    std::string m_text;
+};
+
+// Hands the events on as the visitor's own strings.
+class CopyingEvents : public XmlEvents {
+public:
+    explicit CopyingEvents(TreeVisitor& visitor) : m_visitor(visitor) {}
+    void Start(std::string_view localName, std::string_view namespaceUri) override {
+        m_visitor.Start(m_local.assign(localName), m_uri.assign(namespaceUri));
+    }
+    void Attribute(std::string_view localName, std::string_view namespaceUri, std::string_view value) override {
+        m_visitor.Attribute(m_local.assign(localName), m_uri.assign(namespaceUri), m_value.assign(value));
+    }
+    void Text(const std::string& text) override { m_visitor.Text(text); }
+    void End() override {
         m_visitor.End();
         m_visitor.Completed();
     }
 
+private:
     TreeVisitor& m_visitor;
-    std::string m_text;
     std::string m_uri;
     std::string m_local;
     std::string m_value;
@@ -78,10 +98,10 @@ void Feed(XML_Parser parser, const Input& input, const char* data, std::size_t s
 
 }  // namespace
 
-void StreamXmlText(Input& input, TreeVisitor& visitor) {
+void StreamXmlText(Input& input, XmlEvents& events) {
     XML_Parser parser = XML_ParserCreateNS(nullptr, kSeparator);
     if (!parser) throw std::runtime_error(input.Name() + ": out of memory");
-    ExpatStreamer streamer(visitor);
+    ExpatStreamer streamer(events);
     XML_SetUserData(parser, &streamer);
     XML_SetElementHandler(parser, &ExpatStreamer::OnStart, &ExpatStreamer::OnEnd);
     XML_SetCharacterDataHandler(parser, &ExpatStreamer::OnText);
@@ -101,6 +121,11 @@ void StreamXmlText(Input& input, TreeVisitor& visitor) {
         throw;
     }
     XML_ParserFree(parser);
+}
+
+void StreamXmlText(Input& input, TreeVisitor& visitor) {
+    CopyingEvents events(visitor);
+    StreamXmlText(input, events);
 }
 
 }  // namespace kvxml_cli

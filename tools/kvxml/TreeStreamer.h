@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Input.h"
@@ -36,8 +37,24 @@ public:
 /// naming the input.
 void StreamDocument(Input& input, TreeVisitor& visitor);
 
+/// The events of XML text as the parser reports them: views of its own
+/// text, valid during the call only. Text between two tags comes whole, in
+/// the streamer's own string.
+class XmlEvents {
+public:
+    virtual ~XmlEvents() = default;
+    virtual void Start(std::string_view localName, std::string_view namespaceUri) = 0;
+    /// Follows Start; EndStartTag follows the last one.
+    virtual void Attribute(std::string_view localName, std::string_view namespaceUri, std::string_view value) = 0;
+    virtual void EndStartTag() {}
+    virtual void Text(const std::string& text) = 0;
+    virtual void End() = 0;
+};
+
 /// XML text straight through expat, in pieces. Throws std::runtime_error
 /// naming the input and the line.
+void StreamXmlText(Input& input, XmlEvents& events);
+/// The same, with strings of the visitor's own.
 void StreamXmlText(Input& input, TreeVisitor& visitor);
 
 }  // namespace kvxml_cli

@@ -12,7 +12,7 @@ namespace {
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 // Digits only, optionally after one '-', at least one digit.
-bool IsIntegerText(const std::string& text, std::size_t& digitsFrom) {
+bool IsIntegerText(std::string_view text, std::size_t& digitsFrom) {
     digitsFrom = !text.empty() && text[0] == '-' ? 1 : 0;
     if (digitsFrom == text.size()) return false;
     for (std::size_t i = digitsFrom; i < text.size(); ++i)
@@ -21,12 +21,12 @@ bool IsIntegerText(const std::string& text, std::size_t& digitsFrom) {
 }
 
 // The text is what the integer's decimal rendering would be.
-bool IsCanonicalInteger(const std::string& text, std::size_t digitsFrom) {
+bool IsCanonicalInteger(std::string_view text, std::size_t digitsFrom) {
     if (text.size() - digitsFrom > 1 && text[digitsFrom] == '0') return false;
     return !(digitsFrom == 1 && text == "-0");
 }
 
-bool FitsIn(const std::string& text, std::size_t digitsFrom, const char* maxPositive, const char* maxNegative) {
+bool FitsIn(std::string_view text, std::size_t digitsFrom, const char* maxPositive, const char* maxNegative) {
     const std::size_t digits = text.size() - digitsFrom;
     const char* limit = digitsFrom ? maxNegative : maxPositive;
     const std::size_t limitLength = std::strlen(limit);
@@ -34,7 +34,7 @@ bool FitsIn(const std::string& text, std::size_t digitsFrom, const char* maxPosi
     return text.compare(digitsFrom, digits, limit) <= 0;
 }
 
-bool OnlyFrom(const std::string& text, const char* characters) {
+bool OnlyFrom(std::string_view text, const char* characters) {
     for (char c : text)
         if (!c || !std::strchr(characters, c)) return false;
     return true;
@@ -42,7 +42,7 @@ bool OnlyFrom(const std::string& text, const char* characters) {
 
 }  // namespace
 
-ItemType InferItemType(const std::string& text) {
+ItemType InferItemType(std::string_view text) {
     if (text.empty() || text.size() > 64) return string;
     if (text == "true" || text == "false") return boolean;
     std::size_t digitsFrom = 0;
@@ -54,12 +54,12 @@ ItemType InferItemType(const std::string& text) {
         return integer;
     }
     const std::size_t dot = text.find('.');
-    if (dot != std::string::npos && dot > 0 && dot + 1 < text.size() &&
+    if (dot != std::string_view::npos && dot > 0 && dot + 1 < text.size() &&
         OnlyFrom(text.substr(0, 1), "-0123456789") && OnlyFrom(text.substr(1), "0123456789.") &&
-        text.find('.', dot + 1) == std::string::npos && IsDigit(text[dot - 1]))
+        text.find('.', dot + 1) == std::string_view::npos && IsDigit(text[dot - 1]))
         return decimal;
     if (text.size() >= 5 && IsDigit(text[0]) && OnlyFrom(text, "0123456789-:TZ") &&
-        text.find_first_of("-:") != std::string::npos)
+        text.find_first_of("-:") != std::string_view::npos)
         return datetime;
     return string;
 }

@@ -40,7 +40,9 @@ public:
     void SetDefaultStringEncoding(uint8_t value) { m_defaultStringEncoding = value; }
 
     /// The entry for an ItemType code; codes past the table read as literal.
-    EncodedCharacterString GetEncoding(uint32_t type) const;
+    EncodedCharacterString GetEncoding(uint32_t type) const {
+        return type < kEncodingCount ? m_encodings[type] : EncodedCharacterString{};
+    }
     /// Codes past the table are ignored.
     void SetEncoding(uint32_t type, EncodedCharacterString encoding);
     /// The recommended table: binary integers, floats, booleans and bytes,

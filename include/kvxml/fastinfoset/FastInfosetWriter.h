@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "kvxml/core/FInfoDecl.h"
 #include "kvxml/fastinfoset/FastInfosetContext.h"
@@ -13,7 +14,7 @@
 namespace KvXmlLib10 {
 
 namespace detail {
-struct ResolvedPrefix;
+class FIEventWriter;
 }
 
 /// Receives the same calls as the text writer and writes binary XML
@@ -55,15 +56,16 @@ public:
     void WriteAttributeNil() override;
 
 private:
+    friend class detail::FIEventWriter;
     struct State;
 
     /// Writes the pending element header with its attributes and ends the
     /// start tag.
     void WriteElement();
     void CheckStartTagOpen() const;
-    /// The prefix decided for a name ("" for none); an invented one is
-    /// queued for declaration on the pending element.
-    const std::string& PrefixOf(const detail::ResolvedPrefix& resolved, const std::string& uri);
+    /// Pushes the element's context and takes its namespace decisions; the
+    /// header waits for the attributes.
+    void OpenElement(std::string_view localName, std::string_view namespaceUri);
 
     std::unique_ptr<State> m_state;
 };

@@ -13,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -95,7 +96,7 @@ public:
 
         /// Makes an ended child context a fresh child of `parent` again,
         /// keeping its string capacity.
-        void Reuse(const std::string& localName, const std::string& namespaceUri, CXmlWriterContext* parent);
+        void Reuse(std::string_view localName, std::string_view namespaceUri, CXmlWriterContext* parent);
         void MarkScopeChanged();
         /// Counts prefixes in use in the shared map (owner only).
         void CountPrefix(const std::string& prefix);
@@ -173,7 +174,7 @@ public:
 protected:
     /// Opens a context for a new element (the root when none is open) and
     /// makes it current.
-    CXmlWriterContext* PushContext(const std::string& localName, const std::string& namespaceUri);
+    CXmlWriterContext* PushContext(std::string_view localName, std::string_view namespaceUri);
     /// Deletes the current context; its parent becomes current.
     void PopContext();
     CXmlWriterContext* GetCurrentContext() const { return m_currentContext; }

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "kvxml/fastinfoset/FastInfosetContext.h"
@@ -29,11 +30,12 @@ public:
     virtual void Write(const unsigned char* data, std::size_t length) = 0;
 };
 
-/// A qualified name; "" prefix or namespace means none.
+/// A qualified name; "" prefix or namespace means none. Views: the
+/// caller's strings need not outlive the call.
 struct FIQName {
-    const std::string& prefix;
-    const std::string& namespaceName;
-    const std::string& localName;
+    std::string_view prefix;
+    std::string_view namespaceName;
+    std::string_view localName;
 };
 
 /// A namespace declaration; "" prefix declares the default namespace.
@@ -64,7 +66,7 @@ public:
     /// An element header: namespace attributes, then the name. When
     /// `hasAttributes`, Attribute() calls and one EndAttributes() follow.
     void StartElement(const FIQName& name, bool hasAttributes, const FINamespaceDecl* decls, std::size_t declCount);
-    void Attribute(const FIQName& name, const std::string& value, FIEncoding encoding);
+    void Attribute(const FIQName& name, std::string_view value, FIEncoding encoding);
     void EndAttributes() { Put(0xF0); }
     /// A character chunk; empty text writes nothing.
     void Characters(const char* text, std::size_t length, FIEncoding encoding);
@@ -122,15 +124,20 @@ private:
     }
     /// An identifying string (prefix, namespace or local name): index when
     /// the table has it, else literal and added.
-    void IdentifyingStringOrIndex(const std::string& text, CFIStringTable& table);
+    void IdentifyingStringOrIndex(std::string_view text, CFIStringTable& table);
     /// The UTF-8 form of local text: the text itself when that is already
     /// UTF-8, else a conversion held until the next call.
     const unsigned char* ToUtf8(const char* text, std::size_t& length);
     void QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& name, CFIQNameTable& table,
                        bool elementIndex, FINameCache& cache);
+    /// Kept out of QualifiedName, whose cached path is the hot one.
+    [[gnu::noinline]] uint32_t UncachedName(uint8_t bits, uint8_t literalBits, const FINameCache::Key& name,
+                                            CFIQNameTable& table, bool elementIndex);
+    bool FindName(const FINameCache::Key& name, const CFIQNameTable& table, CQNameParts& parts,
+                  uint32_t& index) const;
     /// The index of a value already in the table, or 0 for a new one (added
     /// unless the table is full).
-    uint32_t ValueIndexOrAdd(std::string_view value, CFIStringTable& table);
+    uint32_t ValueIndexOrAdd(std::string_view value, CFIStringTable& table, FIValueCache& cache);
     void WriteNameIndex(uint8_t bits, uint32_t index, bool elementIndex);
 
     FIOctetSink& m_sink;
@@ -146,9 +153,11 @@ private:
     std::string m_packed;
     std::string m_key;
     // One probe per name instead of one lookup per part and one for the
-    // triple.
+    // triple; short values the same way, cheaper than the table's map.
     FINameCache m_elementIndexes;
     FINameCache m_attributeIndexes;
+    FIValueCache m_attributeValueIndexes;
+    FIValueCache m_chunkIndexes;
 };
 
 }  // namespace KvXmlLib10::detail

@@ -1,10 +1,12 @@
-// FINameCache.h - the writer's quick way from a qualified name to its table index.
+// FINameCache.h - the writer's quick way from a qualified name (or a value) to its table index.
 //
 // The vocabulary finds a name by three string lookups and one for the
 // triple of indexes. The cache hashes the three parts once and keeps, per
 // entry, views of the vocabulary's own copies of them (those never move as
 // the tables grow), so a repeated name costs one probe and a compare. A
 // miss sends the caller to the vocabulary, which stays the authority.
+// Values go the same way, one part each, instead of through the table's
+// map (a division per probe, a node per entry).
 #pragma once
 
 #include <cstddef>
@@ -15,13 +17,13 @@
 
 namespace KvXmlLib10::detail {
 
-/// Prefix, namespace and local name (an empty view: no prefix or no
-/// namespace) -> a 1-based table index. Holds at most kMaxEntries names;
-/// further ones are left to the vocabulary.
-class FINameCache {
+/// Strings of `Parts` parts -> a 1-based table index. Holds at most
+/// kMaxEntries keys; further ones are left to the vocabulary.
+template <std::size_t Parts>
+class FIIndexCache {
 public:
     static constexpr std::size_t kMaxEntries = std::size_t{1} << 16;
-    static constexpr std::size_t kParts = 3;
+    static constexpr std::size_t kParts = Parts;
     using Key = std::string_view[kParts];
 
     static uint64_t Hash(const Key& key) {
@@ -41,8 +43,11 @@ public:
             // ("a", "bc") differ.
             add(LoadTail(at, left) ^ (uint64_t{part.size()} << 56));
         }
-        sum = (sum ^ (sum >> 31)) * 0x94D049BB133111EBULL;
-        return sum ^ (sum >> 29);
+        // Each product carries a word's later bytes only in its high bits:
+        // fold them down twice, as the slot is picked by the low bits.
+        sum = (sum ^ (sum >> 32)) * 0xD6E8FEB86659FD93ULL;
+        sum = (sum ^ (sum >> 32)) * 0xD6E8FEB86659FD93ULL;
+        return sum ^ (sum >> 32);
     }
 
     /// The index cached for the key with this hash, or 0.
@@ -95,10 +100,18 @@ private:
         const auto byte = [at](std::size_t i) { return uint64_t{static_cast<unsigned char>(at[i])}; };
         return byte(0) | (byte(size / 2) << 8) | (byte(size - 1) << 16);
     }
+    // Names are short: whole words (the last one overlapping) instead of
+    // a call to memcmp.
+    static bool SameBytes(const char* a, const char* b, std::size_t size) {
+        if (size < 8) return LoadTail(a, size) == LoadTail(b, size);  // the loads cover every byte
+        for (std::size_t at = 0; at + 8 < size; at += 8)
+            if (Load8(a + at) != Load8(b + at)) return false;
+        return Load8(a + size - 8) == Load8(b + size - 8);
+    }
     static bool Matches(const Slot& slot, const Key& key) {
         for (std::size_t i = 0; i < kParts; ++i) {
             if (slot.sizes[i] != key[i].size()) return false;
-            if (!key[i].empty() && std::memcmp(slot.data[i], key[i].data(), key[i].size()) != 0) return false;
+            if (!SameBytes(slot.data[i], key[i].data(), key[i].size())) return false;
         }
         return true;
     }
@@ -118,5 +131,12 @@ private:
     std::vector<Slot> m_slots = std::vector<Slot>(64, Slot{});
     std::size_t m_used = 0;
 };
+
+/// Prefix, namespace and local name (an empty view: no prefix or no
+/// namespace).
+using FINameCache = FIIndexCache<3>;
+/// A value of the attribute value or character chunk table: one part keeps
+/// the slots small, as the tables grow large.
+using FIValueCache = FIIndexCache<1>;
 
 }  // namespace KvXmlLib10::detail
