@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <random>
 #include <string_view>
 #include <vector>
 
@@ -28,9 +29,12 @@ public:
 
     static uint64_t Hash(const Key& key) {
         // Each word is salted by its position and multiplied on its own, so
-        // the multiplications overlap; only the sum is a chain.
+        // the multiplications overlap; only the sum is a chain. The start is
+        // drawn once per process, so a document cannot be built to make its
+        // names collide and every lookup walk the whole table.
+        static const uint64_t seed = (uint64_t{std::random_device{}()} << 32) ^ std::random_device{}();
         uint64_t sum = 0;
-        uint64_t salt = 0x9E3779B97F4A7C15ULL;
+        uint64_t salt = 0x9E3779B97F4A7C15ULL ^ seed;
         const auto add = [&sum, &salt](uint64_t word) {
             sum += (word ^ salt) * 0xBF58476D1CE4E5B9ULL;
             salt += 0x94D049BB133111EBULL;
