@@ -63,16 +63,18 @@ void ReleaseSlabMemory(void* memory) noexcept {
 
 struct NodePool::Slab {
     NodePool* pool;  // null once the pool has let go of it
+    Slab* previous;  // the pool's list, so a drained slab leaves it at once
     Slab* next;
     std::size_t live;  // nodes handed out and not yet freed
 };
-static_assert(sizeof(void*) * 3 <= kHeaderSize, "slab header fits its reserved space");
 
 NodePool::~NodePool() { Reset(); }
 
 NodePool::Slab* NodePool::NewSlab() {
+    static_assert(sizeof(Slab) <= kHeaderSize, "slab header fits its reserved space");
     void* memory = AcquireSlabMemory();
-    Slab* slab = new (memory) Slab{this, m_slabs, 0};
+    Slab* slab = new (memory) Slab{this, nullptr, m_slabs, 0};
+    if (m_slabs) m_slabs->previous = slab;
     m_slabs = slab;
     m_bump = static_cast<char*>(memory) + kHeaderSize;
     m_bumpEnd = static_cast<char*>(memory) + kSlabSize;
@@ -104,21 +106,36 @@ void NodePool::Free(void* node, std::size_t size) noexcept {
     size = RoundUp(size);
     Slab* slab = reinterpret_cast<Slab*>(reinterpret_cast<uintptr_t>(node) & ~(uintptr_t{kSlabSize} - 1));
     --slab->live;
-    if (NodePool* pool = slab->pool) {
+    NodePool* pool = slab->pool;
+    if (pool && !pool->m_draining) {
         auto* freed = static_cast<FreeNode*>(node);
         freed->next = pool->m_free[size / 8];
         pool->m_free[size / 8] = freed;
         KVXML_POISON(node, size);
     } else if (slab->live == 0) {
+        if (pool) pool->Unlink(slab);
         ReleaseSlabMemory(slab);
     } else {
         KVXML_POISON(node, size);
     }
 }
 
+void NodePool::Unlink(Slab* slab) noexcept {
+    (slab->previous ? slab->previous->next : m_slabs) = slab->next;
+    if (slab->next) slab->next->previous = slab->previous;
+}
+
+void NodePool::Drain() noexcept {
+    // Nodes on the free lists are not live: their slabs may go too.
+    for (FreeNode*& head : m_free) head = nullptr;
+    m_bump = m_bumpEnd = nullptr;
+    m_draining = true;
+}
+
 void NodePool::Reset() noexcept {
     for (FreeNode*& head : m_free) head = nullptr;
     m_bump = m_bumpEnd = nullptr;
+    m_draining = false;
     Slab* slab = m_slabs;
     m_slabs = nullptr;
     while (slab) {
@@ -129,7 +146,7 @@ void NodePool::Reset() noexcept {
             // Nodes detached from the tree are still out there; the slab
             // goes when the last of them is deleted.
             slab->pool = nullptr;
-            slab->next = nullptr;
+            slab->previous = slab->next = nullptr;
         }
         slab = next;
     }
