@@ -88,16 +88,10 @@ void TreeBuilder::AppendRawText(CXmlElement& element, const char* text, std::siz
     }
 }
 
-CXmlElement* TreeBuilder::Top() const {
-    return m_document.m_stack.empty() ? nullptr : m_document.m_stack.back().element;
-}
-
 CXmlElement* TreeBuilder::OpenElement(std::size_t depth) const {
     const auto& stack = m_document.m_stack;
     return depth < stack.size() ? stack[stack.size() - 1 - depth].element : nullptr;
 }
-
-bool TreeBuilder::HasCallback() const { return m_document.m_callback != nullptr; }
 
 void TreeBuilder::Close() {
     auto& stack = m_document.m_stack;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "kvxml/core/SerializationContext.h"
+#include "kvxml/dom/XmlDocument.h"
 
 namespace KvXmlLib10 {
 class CXmlAttribute;
@@ -49,10 +50,12 @@ public:
     /// Appends text as it is; text set in one piece takes no spare room.
     static void AppendRawText(CXmlElement& element, const char* text, std::size_t length);
     /// The element being filled, or null.
-    CXmlElement* Top() const;
+    CXmlElement* Top() const {
+        return m_document.m_stack.empty() ? nullptr : m_document.m_stack.back().element;
+    }
     /// The open element `depth` levels below the top (0: Top()), or null.
     CXmlElement* OpenElement(std::size_t depth) const;
-    bool HasCallback() const;
+    bool HasCallback() const { return m_document.m_callback != nullptr; }
     /// Closes the element being filled and offers it to the callback.
     void Close();
 
