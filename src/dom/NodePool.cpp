@@ -3,31 +3,10 @@
 
 #include <new>
 
-#if defined(__SANITIZE_ADDRESS__)
-#define KVXML_POOL_ASAN 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define KVXML_POOL_ASAN 1
-#endif
-#endif
-
-#if defined(KVXML_POOL_ASAN)
-#include <sanitizer/asan_interface.h>
-// Free and never-used node space is poisoned, so the sanitizer still sees
-// a use after delete even though the memory stays in the pool.
-#define KVXML_POISON(p, n) ASAN_POISON_MEMORY_REGION((p), (n))
-#define KVXML_UNPOISON(p, n) ASAN_UNPOISON_MEMORY_REGION((p), (n))
-#else
-#define KVXML_POISON(p, n) ((void)(p), (void)(n))
-#define KVXML_UNPOISON(p, n) ((void)(p), (void)(n))
-#endif
-
 namespace KvXmlLib10::detail {
 
 namespace {
-// Slabs are aligned to their size, so a node's slab header sits at its
-// address rounded down.
-constexpr std::size_t kSlabSize = 64 * 1024;
+constexpr std::size_t kSlabSize = NodePool::kSlabSize;
 constexpr std::size_t kHeaderSize = 32;
 
 std::size_t RoundUp(std::size_t size) { return (size + 7) & ~std::size_t{7}; }
@@ -61,13 +40,6 @@ void ReleaseSlabMemory(void* memory) noexcept {
 }
 }  // namespace
 
-struct NodePool::Slab {
-    NodePool* pool;  // null once the pool has let go of it
-    Slab* previous;  // the pool's list, so a drained slab leaves it at once
-    Slab* next;
-    std::size_t live;  // nodes handed out and not yet freed
-};
-
 NodePool::~NodePool() { Reset(); }
 
 NodePool::Slab* NodePool::NewSlab() {
@@ -82,29 +54,21 @@ NodePool::Slab* NodePool::NewSlab() {
     return slab;
 }
 
-void* NodePool::Allocate(std::size_t size) {
-    size = RoundUp(size);
+void* NodePool::AllocateSlow(std::size_t size) {
+    // Reached with no free node of this size and no room left in the newest slab.
     if (size > kMaxNodeSize) throw std::bad_alloc();
-    void* node = nullptr;
-    if (FreeNode* reused = m_free[size / 8]) {
-        KVXML_UNPOISON(reused, size);
-        m_free[size / 8] = reused->next;
-        node = reused;
-    } else {
-        if (static_cast<std::size_t>(m_bumpEnd - m_bump) < size) NewSlab();
-        node = m_bump;
-        m_bump += size;
-        KVXML_UNPOISON(node, size);
-    }
-    Slab* slab = reinterpret_cast<Slab*>(reinterpret_cast<uintptr_t>(node) & ~(uintptr_t{kSlabSize} - 1));
-    ++slab->live;
+    NewSlab();
+    void* node = m_bump;
+    m_bump += size;
+    KVXML_UNPOISON(node, size);
+    ++SlabOf(node)->live;
     return node;
 }
 
 void NodePool::Free(void* node, std::size_t size) noexcept {
     if (!node) return;
     size = RoundUp(size);
-    Slab* slab = reinterpret_cast<Slab*>(reinterpret_cast<uintptr_t>(node) & ~(uintptr_t{kSlabSize} - 1));
+    Slab* slab = SlabOf(node);
     --slab->live;
     NodePool* pool = slab->pool;
     if (pool && !pool->m_draining) {

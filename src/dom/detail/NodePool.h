@@ -12,6 +12,25 @@
 #include <cstddef>
 #include <cstdint>
 
+#if defined(__SANITIZE_ADDRESS__)
+#define KVXML_POOL_ASAN 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define KVXML_POOL_ASAN 1
+#endif
+#endif
+
+#if defined(KVXML_POOL_ASAN)
+#include <sanitizer/asan_interface.h>
+// Free and never-used node space is poisoned, so the sanitizer still sees
+// a use after delete even though the memory stays in the pool.
+#define KVXML_POISON(p, n) ASAN_POISON_MEMORY_REGION((p), (n))
+#define KVXML_UNPOISON(p, n) ASAN_UNPOISON_MEMORY_REGION((p), (n))
+#else
+#define KVXML_POISON(p, n) ((void)(p), (void)(n))
+#define KVXML_UNPOISON(p, n) ((void)(p), (void)(n))
+#endif
+
 namespace KvXmlLib10::detail {
 
 class NodePool {
@@ -21,8 +40,26 @@ public:
     NodePool(const NodePool&) = delete;
     NodePool& operator=(const NodePool&) = delete;
 
-    /// Storage for one node of `size` bytes (at most kMaxNodeSize).
-    void* Allocate(std::size_t size);
+    /// Storage for one node of `size` bytes (at most kMaxNodeSize). The
+    /// common cases (a freed node of that size, room in the newest slab)
+    /// are inline: every element and attribute of a load comes through here.
+    void* Allocate(std::size_t size) {
+        size = (size + 7) & ~std::size_t{7};
+        FreeNode*& reused = m_free[size <= kMaxNodeSize ? size / 8 : 0];
+        if (size > kMaxNodeSize || (!reused && static_cast<std::size_t>(m_bumpEnd - m_bump) < size))
+            return AllocateSlow(size);
+        void* node = reused;
+        if (reused) {
+            KVXML_UNPOISON(reused, size);
+            reused = reused->next;
+        } else {
+            node = m_bump;
+            m_bump += size;
+            KVXML_UNPOISON(node, size);
+        }
+        ++SlabOf(node)->live;
+        return node;
+    }
     /// Gives a node back; works for any pool's nodes, and after the pool
     /// itself is gone.
     static void Free(void* node, std::size_t size) noexcept;
@@ -34,14 +71,25 @@ public:
     void Reset() noexcept;
 
     static constexpr std::size_t kMaxNodeSize = 128;
+    /// Slabs are aligned to their size, so a node's slab header sits at its
+    /// address rounded down.
+    static constexpr std::size_t kSlabSize = 64 * 1024;
 
 private:
-    struct Slab;
+    struct Slab {
+        NodePool* pool;  // null once the pool has let go of it
+        Slab* previous;  // the pool's list, so a drained slab leaves it at once
+        Slab* next;
+        std::size_t live;  // nodes handed out and not yet freed
+    };
     struct FreeNode {
         FreeNode* next;
     };
     static constexpr std::size_t kClasses = kMaxNodeSize / 8 + 1;
-
+    static Slab* SlabOf(void* node) {
+        return reinterpret_cast<Slab*>(reinterpret_cast<std::uintptr_t>(node) & ~(std::uintptr_t{kSlabSize} - 1));
+    }
+    void* AllocateSlow(std::size_t size);
     Slab* NewSlab();
     void Unlink(Slab* slab) noexcept;
 

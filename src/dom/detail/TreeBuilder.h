@@ -22,6 +22,7 @@ class CXmlElement;
 namespace KvXmlLib10::detail {
 
 class NameTable;
+class NodePool;
 
 class TreeBuilder {
 public:
@@ -67,6 +68,10 @@ public:
     static NameTable& NamesOf(const CXmlElement& element);
 
 private:
+    /// A node made in pool memory, which goes back if the constructor throws.
+    template <class Node, class... Arguments>
+    static Node* MakeNode(NodePool& pool, Arguments&&... arguments);
+
     CXmlDocument& m_document;
 };
 
