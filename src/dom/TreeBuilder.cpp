@@ -47,7 +47,7 @@ void TreeBuilder::SetAlias(const char* prefix, std::size_t prefixLength, const c
 
 CXmlElement* TreeBuilder::Open(const std::string* uri, const std::string* localName) {
     auto& stack = m_document.m_stack;
-    auto element = std::unique_ptr<CXmlElement>(MakeNode<CXmlElement>(*m_document.m_nodes, &m_document, uri, localName));
+    std::unique_ptr<CXmlElement> element(MakeNode<CXmlElement>(*m_document.m_nodes, &m_document, uri, localName));
     // Grow before linking, so that the push below cannot throw.
     if (stack.size() == stack.capacity()) stack.reserve(stack.empty() ? 16 : 2 * stack.size());
     // A second root cannot come from well-formed input; it joins the tree
