@@ -1,8 +1,5 @@
 // BindingOptionsTest.cpp - the serialization context's options, seen through whole documents of the generated
 // bindings.
-#include <gtest/gtest.h>
-
-#include <string>
 
 #include "BindingTestSupport.h"
 #include "measurement.h"

@@ -2,15 +2,8 @@
 // through the public entry points.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "alltypes.h"
-#include "kvxml/core/SerializationContext.h"
-#include "kvxml/foundation/KvException.h"
 #include "support/Fixtures.h"
-#include "support/KvTestSupport.h"
 #include "ticket.h"
 
 namespace kvbindtest {

@@ -1,18 +1,9 @@
 // BindingThreadsTest.cpp - bindings used from several threads at once: metadata built on first use, and the
 // process-wide switches changed while other threads serialise (run under ThreadSanitizer in CI).
-#include <gtest/gtest.h>
 
-#include <unistd.h>
-
-#include <atomic>
-#include <string>
 #include <thread>
-#include <vector>
 
 #include "BindingTestSupport.h"
-#include "kvxml/dom/XmlDocument.h"
-#include "kvxml/output/Encoder.h"
-#include "kvxml/output/KvZip.h"
 
 using namespace kvbindtest;
 using namespace KvXmlLib10;

@@ -1,38 +1,20 @@
 // NestingDepthTest.cpp - a recursive binding nested past the context's depth limit fails cleanly on reading and on
 // writing.
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "core/XmlGeneratedClassTestSupport.h"
+#include "recursive.h"
 
 namespace kvenginetest {
 namespace {
 
-kv::CSmartPtr<CXmlObjectBase> NewNode(int32_t, const char*);
+using kvgen_recursive::CFolder;
 
-/// <node><node>...</node></node>: a tree node holding an optional child of its own type.
-struct TreeSchema : NoNamespaces {
-    static constexpr const char* kElementName = "node";
-    static void Build(Metadata& meta) {
-        meta = {Parent(kvd::GroupType_Sequence, "node"),
-                MakeArray<CElementInfo>(
-                    {new kvd::CElementInfoSeqClsOpt("node", "", 1, kvd::ElementType_Element, NewNode, 0)}),
-                MakeArray<CAttributeInfo>({})};
-    }
-};
-using CNode = CTestClass<TreeSchema>;
-
-kv::CSmartPtr<CXmlObjectBase> NewNode(int32_t, const char*) {
-    return new CNode;
-}
-
+// A folder whose link holds a folder, `depth` levels in all.
 std::string Nested(size_t depth) {
-    std::string text;
-    text.reserve(depth * 13);
-    for (size_t i = 0; i < depth; ++i) text += "<node>";
-    for (size_t i = 0; i < depth; ++i) text += "</node>";
-    return text;
+    std::string text = "<folder xmlns='urn:example:tree' name='n'>";
+    text.reserve(depth * 24 + 64);
+    for (size_t i = 1; i < depth; ++i) text += "<link name='n'>";
+    for (size_t i = 1; i < depth; ++i) text += "</link>";
+    return text + "</folder>";
 }
 
 // The innermost message of what reading or writing threw ("" when nothing).
@@ -43,8 +25,7 @@ std::string Innermost(Action action) {
 }
 
 TEST(NestingDepth, ReadingPastTheLimitFailsInsteadOfExhaustingTheStack) {
-    CNode root;
-    root.AddRef();
+    CFolder root("folder");
     const std::string limitMessage = "The elements are nested deeper than the limit of 256 levels";
     EXPECT_EQ(Innermost([&] { root.FromXml(Nested(1000000).c_str()); }), limitMessage);
     EXPECT_EQ(Innermost([&] { root.FromXml(Nested(257).c_str()); }), limitMessage);
@@ -53,21 +34,21 @@ TEST(NestingDepth, ReadingPastTheLimitFailsInsteadOfExhaustingTheStack) {
     CXmlSerializationContext shallow;
     shallow.SetMaxNestingDepth(3);
     EXPECT_EQ(Innermost([&] { root.FromXml(Nested(3).c_str(), shallow); }), "");
-    EXPECT_EQ(Innermost([&] { root.FromXml(Nested(4).c_str(), shallow); }),
-              "The elements are nested deeper than the limit of 3 levels");
-    EXPECT_EQ(ReadFailure(root, "<node><node><node><node/></node></node></node>", shallow),
-              "Failed to process the element [node]\nFailed to process the element [node]\n"
-              "Failed to process the element [node]\nFailed to process the element [node]\n"
+    EXPECT_EQ(ReadFailure(root, Nested(4).c_str(), shallow),
+              "Failed to process the element [folder]\nFailed to process the element [link]\n"
+              "Failed to process the element [link]\nFailed to process the element [link]\n"
               "The elements are nested deeper than the limit of 3 levels");  // the fourth names itself
 }
 
 TEST(NestingDepth, WritingPastTheLimitFails) {
-    CNode root;
-    root.AddRef();
+    CFolder root("folder");
     root.FromXml(Nested(5).c_str());
     CXmlSerializationContext limit;
     limit.SetMaxNestingDepth(5);
-    EXPECT_EQ(WriteCompact(root, limit), "<node><node><node><node><node/></node></node></node></node>");
+    limit.SetDefaultNamespaceURI("urn:example:tree");
+    limit.SetNoOptionalAttributeDefaultOutput(true);
+    EXPECT_EQ(WriteCompact(root, limit), "<folder xmlns=\"urn:example:tree\" name=\"n\"><link name=\"n\"><link name=\"n\">"
+                                         "<link name=\"n\"><link name=\"n\"/></link></link></link></folder>");
     limit.SetMaxNestingDepth(4);
     EXPECT_EQ(Innermost([&] { WriteCompact(root, limit); }),
               "The elements are nested deeper than the limit of 4 levels");

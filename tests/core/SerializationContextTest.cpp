@@ -1,27 +1,20 @@
 // Tests for the serialisation options and the namespace alias map.
-#include <gtest/gtest.h>
 
-#include "kvxml/core/SerializationContext.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
 
 TEST(SerializationContextDefaults, WritesTypesAndStripsCdataOnly) {
-    CXmlSerializationContext context;
-    EXPECT_TRUE(context.GetWriteTypeAttribute());
-    EXPECT_TRUE(context.GetStripCDATA());
-    EXPECT_FALSE(context.GetIgnoreUnknownAttributes());
-    EXPECT_FALSE(context.GetIgnoreUnknownElements());
-    EXPECT_FALSE(context.GetIgnoreMissingMandatoryElements());
-    EXPECT_FALSE(context.GetIgnoreMissingChoice());
-    EXPECT_FALSE(context.GetIgnoreInvalidCollectionCounts());
-    EXPECT_FALSE(context.GetIgnoreNamespaces());
-    EXPECT_FALSE(context.GetNoOptionalAttributeDefaultOutput());
-    EXPECT_EQ(context.GetSchemaType(), SchemaType_Default);
-    EXPECT_EQ(context.GetInLineSchema(), "");
-    EXPECT_EQ(context.GetDefaultNamespaceURI(), "");
-    EXPECT_EQ(context.GetNamespaceAliases().GetNamespaceCount(), 0);
-    EXPECT_TRUE(context.GetProcessingInstructions().empty());
+    const CXmlSerializationContext c;
+    EXPECT_EQ((std::vector<bool>{c.GetWriteTypeAttribute(), c.GetStripCDATA(), c.GetIgnoreUnknownAttributes(),
+                                 c.GetIgnoreUnknownElements(), c.GetIgnoreMissingMandatoryElements(),
+                                 c.GetIgnoreMissingChoice(), c.GetIgnoreInvalidCollectionCounts(),
+                                 c.GetIgnoreNamespaces(), c.GetNoOptionalAttributeDefaultOutput()}),
+              (std::vector<bool>{true, true, false, false, false, false, false, false, false}));
+    EXPECT_EQ(c.GetSchemaType(), SchemaType_Default);
+    EXPECT_EQ(c.GetInLineSchema() + c.GetDefaultNamespaceURI(), "");
+    EXPECT_EQ(c.GetNamespaceAliases().GetNamespaceCount(), 0);
+    EXPECT_TRUE(c.GetProcessingInstructions().empty());
 }
 
 TEST(SerializationContextOptions, SchemaTypeTwoImpliesIgnoringNamespaces) {

@@ -1,31 +1,22 @@
 // Tests for the object collection: insert forms, events, reference counts, count checks, reading and writing.
-#include "kvxml/core/XmlCollection.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
-#include "kvxml/metadata/ElementInfoPrimitive.h"
 #include "metadata/GeneratedTestClasses.h"
-#include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
+using KvXmlTest::RefCount;
 
 namespace {
 
 // Items are generated-style objects with one mandatory i4 child "n".
 template <KvXmlLib10Data::XmlElementType Type>
-struct ItemSchema {
+struct ItemSchema : kvtest::NoNamespaces {
     static constexpr const char* kElementName = "item";
-    static constexpr const char* kTargetNamespace = "";
-    static constexpr const char* kTypeNamespace = "";
     static void Build(kvtest::Metadata& meta) {
-        meta.classInfo = new KvXmlLib10Data::CParentElementInfo(KvXmlLib10Data::GroupType_Sequence, Type, "item", "",
-                                                               false, false, -1, Invalid, nullptr, false);
-        meta.elements = kvtest::MakeArray<KvXmlLib10Data::CElementInfo>({new KvXmlLib10Data::CElementInfoSeqPrimMnd(
-            "n", "", 1, false, i4, nullptr, kvtest::kCollapse, CPrimitiveRestrictions())});
-        meta.attributes = kvtest::MakeArray<KvXmlLib10Data::CAttributeInfo>({});
+        meta = {new KvXmlLib10Data::CParentElementInfo(KvXmlLib10Data::GroupType_Sequence, Type, "item", "", false,
+                                                       false, -1, Invalid, nullptr, false),
+                kvtest::MakeArray<KvXmlLib10Data::CElementInfo>({new KvXmlLib10Data::CElementInfoSeqPrimMnd(
+                    "n", "", 1, false, i4, nullptr, kvtest::kCollapse, CPrimitiveRestrictions())}),
+                kvtest::MakeArray<KvXmlLib10Data::CAttributeInfo>({})};
     }
 };
 using CItem = kvtest::CTestClass<ItemSchema<KvXmlLib10Data::ElementType_Element>>;
@@ -41,12 +32,6 @@ CItem* NewItem(int32_t n) {
     CItem* item = new CItem;
     item->SetI4(1, n);
     return item;
-}
-
-int32_t RefCount(CXmlObjectBase* object) {
-    const int32_t count = object->AddRef() - 1;
-    object->Release();
-    return count;
 }
 
 std::string Numbers(const CXmlCollection& collection) {

@@ -1,9 +1,7 @@
 // XmlGeneratedClassMetadataTest.cpp - metadata lifetime and queries of generated classes: CleanMetaData and the element
 // list.
-#include <gtest/gtest.h>
 
 #include "XmlGeneratedClassTestSupport.h"
-#include "support/KvTestSupport.h"
 
 using namespace kvenginetest;
 
@@ -65,8 +63,7 @@ struct ListSchema : NoNamespaces {
 };
 
 TEST(XmlGeneratedClassMetadata, ElementListQueries) {
-    CTestClass<ListSchema<true>> list;
-    list.AddRef();
+    Pinned<CTestClass<ListSchema<true>>> list;
     EXPECT_EQ(list.GetClassElementInfoCount(), 2);
     EXPECT_TRUE(list.DoesElementContainOptionalElements());
 
@@ -84,11 +81,9 @@ TEST(XmlGeneratedClassMetadata, ElementListQueries) {
     loose.SetIgnoreNamespaces(true);
     EXPECT_TRUE(list.IsElementInList(loose, plain));
 
-    CTestClass<ListSchema<false>> required;
-    required.AddRef();
+    Pinned<CTestClass<ListSchema<false>>> required;
     EXPECT_FALSE(required.DoesElementContainOptionalElements());
-    CHolder empty;
-    empty.AddRef();
+    Pinned<CHolder> empty;
     EXPECT_EQ(empty.GetClassElementInfoCount(), 0);
     EXPECT_FALSE(empty.DoesElementContainOptionalElements());
 }

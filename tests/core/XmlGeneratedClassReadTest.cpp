@@ -1,9 +1,7 @@
 // XmlGeneratedClassReadTest.cpp - the reading half of the generated-class engine: nil, simple content, soft and hard
 // failures of the three groups, wrapping.
-#include <gtest/gtest.h>
 
 #include "XmlGeneratedClassTestSupport.h"
-#include "support/KvTestSupport.h"
 
 using namespace kvenginetest;
 
@@ -30,8 +28,7 @@ std::string MeasureText(const char* nil, const char* content) {
 }
 
 TEST(XmlGeneratedClassRead, ClassLevelNilIsHonouredBeforeTheContent) {
-    CMeasure measure;
-    measure.AddRef();
+    Pinned<CMeasure> measure;
     for (const char* yes : {"true", "TRUE", "1"}) {
         EXPECT_EQ(ReadFailure(measure, MeasureText(yes, "<note>n</note>").c_str()), "") << yes;
         EXPECT_TRUE(measure.IsNil());
@@ -51,11 +48,9 @@ TEST(XmlGeneratedClassRead, ClassLevelNilIsHonouredBeforeTheContent) {
     // Not nillable: any nil attribute is refused, false included.
     const char* refused =
         "Failed to process the element [Measure]\nInvalid use of 'nil' attibute in non-nillable element [Measure]";
-    CTestClass<MeasureSchema<true>> plain;  // no INillable
-    plain.AddRef();
+    Pinned<CTestClass<MeasureSchema<true>>> plain;  // no INillable
     EXPECT_EQ(ReadFailure(plain, MeasureText("true", "").c_str()), refused);
-    CNillableTestClass<MeasureSchema<false>> rigid;  // INillable, but the descriptor says no
-    rigid.AddRef();
+    Pinned<CNillableTestClass<MeasureSchema<false>>> rigid;  // INillable, but the descriptor says no
     EXPECT_EQ(ReadFailure(rigid, MeasureText("false", "1").c_str()), refused);
     EXPECT_EQ(ReadFailure(rigid, MeasureText(nullptr, "1").c_str()), "");
 }
@@ -70,16 +65,14 @@ struct RawSchema : NoNamespaces {
 };
 
 TEST(XmlGeneratedClassRead, SimpleContentIsConvertedUntrimmedOrKeptRaw) {
-    CMeasure measure;
-    measure.AddRef();
+    Pinned<CMeasure> measure;
     EXPECT_EQ(ReadFailure(measure, MeasureText(nullptr, "abc").c_str()),
               "Failed to process the element [Measure]\nThe value [abc] can not be converted to a i4");
     // Whitespace rule "none": a trailing blank reaches the conversion.
     EXPECT_EQ(ReadFailure(measure, MeasureText(nullptr, "5 ").c_str()),
               "Failed to process the element [Measure]\nThe value [5 ] can not be converted to a i4");
 
-    CTestClass<RawSchema> raw;
-    raw.AddRef();
+    Pinned<CTestClass<RawSchema>> raw;
     raw.FromXml("<Raw> not a number </Raw>");
     EXPECT_EQ(raw.Get(1).GetString(), " not a number ");
 }
@@ -97,8 +90,7 @@ struct PseudoSequenceSchema : NoNamespaces {
 
 TEST(XmlGeneratedClassRead, PseudoSequenceHandsBackWhatItDidNotConsume) {
     ParsedDocument doc("<r><a>1</a><b>2</b><c/><d/></r>");
-    CExposed<CTestClass<PseudoSequenceSchema>> group;
-    group.AddRef();
+    Pinned<CExposed<CTestClass<PseudoSequenceSchema>>> group;
     const CXmlSerializationContext context;
     CXmlElement* rest =
         group.ProcessElementSeqFromXml(context, doc.Root(), doc.First(), kvd::ElementType_PseudoElement);
@@ -133,8 +125,7 @@ struct SoftAllSchema : NoNamespaces {
 };
 
 TEST(XmlGeneratedClassRead, AllGroupFailsSoftlyWhenValidateSaysNo) {
-    CExposed<CTestClass<SoftAllSchema>> soft;
-    soft.AddRef();
+    Pinned<CExposed<CTestClass<SoftAllSchema>>> soft;
     const CXmlSerializationContext context;
     ParsedDocument doc("<r><a>1</a><x/></r>");
     EXPECT_EQ(soft.ProcessElementAllFromXml(context, doc.Root(), doc.First(), kvd::ElementType_PseudoElement),
@@ -151,8 +142,7 @@ TEST(XmlGeneratedClassRead, EmptyChoiceFailsUnlessAMemberIsOptionalOrItIsIgnored
         "Failed to process the element [Pick]\n"
         "No child elements within the element [Pick] were populated. The element represents a choice, so one and only "
         "one element should be populated. The element contained no sutable child elements";
-    CTestClass<ChoiceSchema<false>> pick;
-    pick.AddRef();
+    Pinned<CTestClass<ChoiceSchema<false>>> pick;
     EXPECT_EQ(ReadFailure(pick, "<Pick/>"), noChoice);
     EXPECT_EQ(ReadFailure(pick, "<Pick><x/></Pick>"), noChoice);
     CXmlSerializationContext skipping;
@@ -167,15 +157,13 @@ TEST(XmlGeneratedClassRead, EmptyChoiceFailsUnlessAMemberIsOptionalOrItIsIgnored
               "Failed read all the elements held within the element [Pick]. The unexpected element [x] remains un "
               "processed");
 
-    CTestClass<ChoiceSchema<true>> optional;
-    optional.AddRef();
+    Pinned<CTestClass<ChoiceSchema<true>>> optional;
     EXPECT_EQ(ReadFailure(optional, "<Pick/>"), "");
 }
 
 TEST(XmlGeneratedClassRead, PseudoChoiceWithoutAMemberLeavesTheCursorToItsParent) {
     ParsedDocument doc("<r><x/><b>2</b><y/></r>");
-    CExposed<CTestClass<ChoiceSchema<false, kvd::ElementType_PseudoElement>>> pick;
-    pick.AddRef();
+    Pinned<CExposed<CTestClass<ChoiceSchema<false, kvd::ElementType_PseudoElement>>>> pick;
     const CXmlSerializationContext strict;
     EXPECT_EQ(pick.ProcessElementChoiceFromXml(strict, doc.Root(), doc.First(), kvd::ElementType_PseudoElement, false),
               doc.First());
@@ -194,8 +182,7 @@ TEST(XmlGeneratedClassRead, PseudoChoiceWithoutAMemberLeavesTheCursorToItsParent
 }
 
 TEST(XmlGeneratedClassRead, NestedFailuresChainOneMessagePerLevel) {
-    COuter outer;
-    outer.AddRef();
+    Pinned<COuter> outer;
     EXPECT_EQ(ReadFailure(outer, "<Outer><Person id='1'><age>3</age></Person></Outer>"),
               "Failed to process the element [Outer]\n"
               "Failed to process the element [Person]\n"
@@ -208,8 +195,7 @@ TEST(XmlGeneratedClassRead, NestedFailuresChainOneMessagePerLevel) {
 }
 
 TEST(XmlGeneratedClassRead, UnknownGroupTypeFails) {
-    CTestClass<BrokenSchema> broken;
-    broken.AddRef();
+    Pinned<CTestClass<BrokenSchema>> broken;
     EXPECT_EQ(ReadFailure(broken, "<Broken/>"), "Failed to process the element [Broken]\nUnknow Group Type");
 }
 

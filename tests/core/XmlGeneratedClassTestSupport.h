@@ -1,14 +1,6 @@
 // XmlGeneratedClassTestSupport.h - schemas and helpers shared by the tests of the generated-class engine.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <typeinfo>
-
-#include "kvxml/foundation/KvException.h"
-#include "support/KvTestSupport.h"
-#include "kvxml/metadata/ElementInfoClass.h"
 #include "metadata/GeneratedTestClasses.h"
 
 namespace kvenginetest {
@@ -35,23 +27,6 @@ inline std::string WriteFailure(const CXmlObjectBase& object,
     return FailureOf([&] { WriteCompact(object, context); });
 }
 
-struct NoNamespaces {
-    static constexpr const char* kTargetNamespace = "";
-    static constexpr const char* kTypeNamespace = "";
-};
-
-/// A class descriptor without simple content, allowed to write its type attribute.
-inline CParentElementInfo* Parent(kvd::XmlElementGroupType group, const char* name,
-                                  kvd::XmlElementType kind = kvd::ElementType_Element) {
-    return new CParentElementInfo(group, kind, name, "", false, true, -1, kv::Invalid, nullptr, false);
-}
-
-/// An i4 member of descriptor kind T.
-template <typename T>
-CElementInfo* I4(const char* name, int32_t id) {
-    return new T(name, "", id, false, kv::i4, nullptr, kCollapse, {});
-}
-
 /// <Person id lang shade><name/><age/><color/></Person> of type PersonType.
 struct PersonSchema : NoNamespaces {
     static constexpr const char* kElementName = "Person";
@@ -68,27 +43,6 @@ struct PersonSchema : NoNamespaces {
     }
 };
 using CPerson = CTestClass<PersonSchema>;
-
-/// A choice of the i4 members a and b: optional, or lists of at least one.
-template <bool Optional, kvd::XmlElementType Kind = kvd::ElementType_Element>
-struct ChoiceSchema : NoNamespaces {
-    static constexpr const char* kElementName = "Pick";
-    static void Build(Metadata& meta) {
-        meta = {Parent(kvd::GroupType_Choice, "Pick", Kind),
-                MakeArray<CElementInfo>({Optional ? I4<kvd::CElementInfoChoicePrimOpt>("a", 1)
-                                                  : new kvd::CElementInfoChoicePrimCol("a", "", 1),
-                                         Optional ? I4<kvd::CElementInfoChoicePrimOpt>("b", 2)
-                                                  : new kvd::CElementInfoChoicePrimCol("b", "", 2)}),
-                MakeArray<CAttributeInfo>({})};
-    }
-    /// Required members are lists of at least one.
-    template <typename T>
-    static void Init(T& object) {
-        if (Optional) return;
-        object.Set(1, I4List("a", 1));
-        object.Set(2, I4List("b", 1));
-    }
-};
 
 /// A pseudo element: its member g lands directly in the parent's element.
 struct GroupSchema : NoNamespaces {

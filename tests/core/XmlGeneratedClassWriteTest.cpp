@@ -1,9 +1,7 @@
 // XmlGeneratedClassWriteTest.cpp - the writing half of the generated-class engine: root-only items, the type attribute,
 // choices, simple content, pseudo elements, wrapping.
-#include <gtest/gtest.h>
 
 #include "XmlGeneratedClassTestSupport.h"
-#include "support/KvTestSupport.h"
 
 using namespace kvenginetest;
 
@@ -18,8 +16,7 @@ std::string Record(const CXmlObjectBase& object, bool isRoot, const char* target
 }
 
 TEST(XmlGeneratedClassWrite, RootItemsAndTheTypeAttributeInCallOrder) {
-    CPerson person;
-    person.AddRef();
+    Pinned<CPerson> person;
     person.SetI4(10, 7);
     CXmlSerializationContext context;
     context.GetProcessingInstructions().push_back("<?first a?>");
@@ -38,8 +35,7 @@ TEST(XmlGeneratedClassWrite, RootItemsAndTheTypeAttributeInCallOrder) {
 }
 
 TEST(XmlGeneratedClassWrite, ChoiceWritesOnlyTheFirstSetMember) {
-    CTestClass<ChoiceSchema<true>> pick;
-    pick.AddRef();
+    Pinned<CTestClass<ChoiceSchema<true>>> pick;
     EXPECT_EQ(WriteCompact(pick), "<Pick/>");  // optional members allow an empty choice
     pick.SetI4(2, 1);
     EXPECT_EQ(WriteCompact(pick), "<Pick><b>1</b></Pick>");
@@ -48,8 +44,7 @@ TEST(XmlGeneratedClassWrite, ChoiceWritesOnlyTheFirstSetMember) {
 }
 
 TEST(XmlGeneratedClassWrite, EmptyChoiceFailsUnlessAllowed) {
-    CTestClass<ChoiceSchema<false>> strict;
-    strict.AddRef();
+    Pinned<CTestClass<ChoiceSchema<false>>> strict;
     EXPECT_EQ(WriteFailure(strict),
               "Failed to convert the element [Pick] to XML\n"
               "This element is a choice, and as such must have at one (and only one) valid item, currently "
@@ -74,8 +69,7 @@ struct MeasureSchema : NoNamespaces {
 };
 
 TEST(XmlGeneratedClassWrite, SimpleContentInItsFormatOrNil) {
-    CNillableTestClass<MeasureSchema> measure;
-    measure.AddRef();
+    Pinned<CNillableTestClass<MeasureSchema>> measure;
     KvVariant value;
     value.SetR8(2.5);
     measure.Set(1, value);
@@ -92,8 +86,7 @@ void Attach(COuter& outer, int32_t id, CXmlObjectBase* child) {
 }
 
 TEST(XmlGeneratedClassWrite, NestedObjectsAndPseudoElements) {
-    COuter outer;
-    outer.AddRef();
+    Pinned<COuter> outer;
     CPerson* person = new CPerson;
     person->SetI4(10, 7);
     person->SetI4(12, 0);
@@ -130,8 +123,7 @@ TEST(XmlGeneratedClassWrite, NestedObjectsAndPseudoElements) {
 }
 
 TEST(XmlGeneratedClassWrite, UnknownGroupTypeFails) {
-    CTestClass<BrokenSchema> broken;
-    broken.AddRef();
+    Pinned<CTestClass<BrokenSchema>> broken;
     EXPECT_EQ(WriteFailure(broken), "Failed to convert the element [Broken] to XML\nUnknown XML Group Type");
 }
 
@@ -145,8 +137,7 @@ struct UnqualifiedPersonSchema : PersonSchema {
 using CUnqualifiedPerson = CTestClass<UnqualifiedPersonSchema>;
 
 TEST(XmlGeneratedClassWrite, UnqualifiedMembersUnderADefaultNamespaceReadBackOnlyWhenUndeclared) {
-    CUnqualifiedPerson person;
-    person.AddRef();
+    Pinned<CUnqualifiedPerson> person;
     person.SetString(1, "Ann");
     person.SetI4(10, 7);
     CXmlSerializationContext context;
@@ -155,16 +146,14 @@ TEST(XmlGeneratedClassWrite, UnqualifiedMembersUnderADefaultNamespaceReadBackOnl
     // By default <name> lands in the default namespace: it does not read back.
     const std::string plain = WriteCompact(person, context);
     EXPECT_EQ(plain, "<Person xmlns=\"urn:p\" id=\"7\"><name>Ann</name></Person>");
-    CUnqualifiedPerson copy;
-    copy.AddRef();
+    Pinned<CUnqualifiedPerson> copy;
     EXPECT_NE(ReadFailure(copy, plain.c_str(), context), "");
 
     context.SetUndeclareDefaultNamespace(true);
     const std::string undeclared = WriteCompact(person, context);
     EXPECT_EQ(undeclared,
               "<Person xmlns=\"urn:p\" id=\"7\"><name xmlns=\"\">Ann</name></Person>");
-    CUnqualifiedPerson again;
-    again.AddRef();
+    Pinned<CUnqualifiedPerson> again;
     EXPECT_EQ(ReadFailure(again, undeclared.c_str(), context), "");
     EXPECT_EQ(WriteCompact(again, context), undeclared);
 }

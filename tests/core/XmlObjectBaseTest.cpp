@@ -1,22 +1,12 @@
 // Tests for the object base: reference counts, setter checks, choice bookkeeping and the reading and writing entry
 // points.
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <string>
 #include <thread>
-#include <vector>
 
-#include "kvxml/core/SmartPtr.h"
-#include "kvxml/core/XmlObjectBase.h"
-#include "kvxml/dom/XmlDocument.h"
-#include "kvxml/output/Encoder.h"
-#include "kvxml/output/KvZip.h"
-#include "kvxml/output/XmlWriter.h"
-#include "support/KvTestSupport.h"
+#include "support/Fixtures.h"
 
 using namespace KvXmlLib10;
 
@@ -71,10 +61,7 @@ private:
 };
 
 using KvXmlTest::ReadFile;
-
-bool FileExists(const std::string& path) { return std::ifstream(path).good(); }
-
-std::string TempPath(const char* name) { return testing::TempDir() + "kvxml_objectbase_" + name; }
+using KvXmlTest::TempFile;
 
 const char kNoteLf[] = "<note xmlns=\"urn:notes\" lang=\"en\">\n\t<body>hello</body>\n</note>\n";
 
@@ -253,13 +240,11 @@ TEST(XmlObjectBaseToXmlStream, CompressesWithGzipOrZlib) {
 }
 
 TEST(XmlObjectBaseToXmlFile, RefusesZlibBeforeTouchingTheFile) {
-    Note note;
-    std::string path = TempPath("zlib.xml");
-    std::remove(path.c_str());
-    EXPECT_KV_THROW(note.ToXmlFile(path.c_str(), true, true, Encoding_UTF8, EOL_LF,
-                                   CXmlSerializationContext::m_defaultContext, Compression_Zlib),
+    const TempFile file;
+    EXPECT_KV_THROW(Note().ToXmlFile(file.Path(), true, true, Encoding_UTF8, EOL_LF,
+                                     CXmlSerializationContext::m_defaultContext, Compression_Zlib),
                     CKvException, "ZLIB Compression only available for To Stream methods.");
-    EXPECT_FALSE(FileExists(path));
+    EXPECT_FALSE(file.Exists());
 }
 
 TEST(XmlObjectBaseToXmlFile, BothPathsWriteTheStreamBytes) {
@@ -269,22 +254,20 @@ TEST(XmlObjectBaseToXmlFile, BothPathsWriteTheStreamBytes) {
         std::string bom = encoding == Encoding_UTF8 ? "" : "\xFF\xFE";
         std::string expectedFile =
             bom + std::string(reinterpret_cast<const char*>(expected.GetData()), expected.GetLength());
-        std::string inMemory = TempPath("memory.xml");
-        std::string direct = TempPath("direct.xml");
-        note.ToXmlFile(inMemory.c_str(), true, true, encoding, EOL_CRLF);
+        const TempFile inMemory, direct;
+        note.ToXmlFile(inMemory.Path(), true, true, encoding, EOL_CRLF);
         AsyncToXmlFile(true);
-        note.ToXmlFile(direct.c_str(), true, true, encoding, EOL_CRLF);
+        note.ToXmlFile(direct.Path(), true, true, encoding, EOL_CRLF);
         AsyncToXmlFile(false);
-        EXPECT_EQ(ReadFile(inMemory), expectedFile) << "encoding " << encoding;
-        EXPECT_EQ(ReadFile(direct), expectedFile) << "encoding " << encoding;
-        std::remove(inMemory.c_str());
-        std::remove(direct.c_str());
+        EXPECT_EQ(ReadFile(inMemory.Path()), expectedFile) << "encoding " << encoding;
+        EXPECT_EQ(ReadFile(direct.Path()), expectedFile) << "encoding " << encoding;
     }
 }
 
 TEST(XmlObjectBaseToXmlFile, FailuresOnBothPathsLeaveTheOldFile) {
     Note note;
-    const std::string path = TempPath("failed.xml");
+    const TempFile file;
+    const std::string path = file.Path();
     const mode_t mask = ::umask(027);
     for (bool direct : {false, true}) {
         AsyncToXmlFile(direct);
@@ -304,11 +287,10 @@ TEST(XmlObjectBaseToXmlFile, FailuresOnBothPathsLeaveTheOldFile) {
     }
     ::umask(mask);
     AsyncToXmlFile(false);
-    std::remove(path.c_str());
     // No partial file is left beside the target.
-    for (const auto& entry : std::filesystem::directory_iterator(testing::TempDir())) {
-        EXPECT_EQ(entry.path().filename().string().find("kvxml_objectbase_failed.xml."), std::string::npos);
-    }
+    const std::string partial = std::filesystem::path(path).filename().string() + ".";
+    for (const auto& entry : std::filesystem::directory_iterator(testing::TempDir()))
+        EXPECT_EQ(entry.path().filename().string().find(partial), std::string::npos);
 }
 
 TEST(XmlObjectBaseFromXml, ReadsNarrowAndWideText) {
@@ -330,6 +312,7 @@ TEST(XmlObjectBaseFromXml, ReportsEmptyInputAndParseErrors) {
     EXPECT_EQ(note.reads, 0);  // the object is not reached before the document is whole
     // The object decides whether the root is its element.
     EXPECT_KV_THROW(note.FromXml("<other/>"), CKvValidationException, "Expected element [note]");
+    EXPECT_KV_THROW(note.FromXmlStream(CBinaryData("<other/>")), CKvValidationException, "Expected element [note]");
 }
 
 TEST(XmlObjectBaseFromXmlStream, ReadsPlainAndCompressedBytes) {
@@ -347,18 +330,17 @@ TEST(XmlObjectBaseFromXmlStream, ReadsPlainAndCompressedBytes) {
 
 TEST(XmlObjectBaseFromXmlFile, ReadsWhatToXmlFileWrotePlainAndGzip) {
     Note source(std::string(2000, 'f'));
-    const std::string path = TempPath("read.xml");
+    const TempFile file;
     AsyncToXmlFile(true);  // gzip still goes through the in-memory path
     for (CompressionType type : {Compression_None, Compression_GZip}) {
-        source.ToXmlFile(path.c_str(), true, true, Encoding_UTF8, EOL_LF, CXmlSerializationContext::m_defaultContext,
+        source.ToXmlFile(file.Path(), true, true, Encoding_UTF8, EOL_LF, CXmlSerializationContext::m_defaultContext,
                          type);
-        EXPECT_EQ(ReadFile(path).substr(0, 2), type == Compression_GZip ? std::string("\x1F\x8B") : std::string("<?"));
+        EXPECT_EQ(ReadFile(file.Path()).substr(0, 2), type == Compression_GZip ? "\x1F\x8B" : "<?");
         Note note("");
-        note.FromXmlFile(path.c_str());
+        note.FromXmlFile(file.Path());
         EXPECT_EQ(note.text, source.text);
     }
     AsyncToXmlFile(false);
-    std::remove(path.c_str());
 }
 
 TEST(XmlObjectBaseFromXmlElement, ReadsAnElementOfALoadedDocument) {

@@ -1,9 +1,5 @@
 // Tests for wildcard namespace restrictions, name matching and xsi:type parts.
-#include <gtest/gtest.h>
 
-#include "kvxml/core/ClassFactoryBase.h"
-#include "kvxml/core/XmlObjectHelper.h"
-#include "kvxml/dom/XmlDocument.h"
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
@@ -33,14 +29,6 @@ TEST(NamespaceRestriction, KeywordsAdmitTheirNamespaces) {
         EXPECT_EQ(CXmlObjectHelper::IsNamespaceValid(c.ns, c.restriction, "urn:a"), c.admitted)
             << "[" << c.ns << "] against [" << c.restriction << "]";
     }
-}
-
-TEST(NamespaceRestriction, TestNamespaceNamesAllThreeStrings) {
-    EXPECT_TRUE(CXmlObjectHelper::TestNamespace("urn:a", "##local ##targetNamespace", "urn:a"));
-    EXPECT_KV_THROW(CXmlObjectHelper::TestNamespace("urn:b", "##local ##targetNamespace", "urn:a"),
-                    CKvInvalidNamespaceException,
-                    "Invalid namespace [urn:b]. The namespace must be one of [##local ##targetNamespace] where "
-                    "the target namespace is [urn:a]");
 }
 
 TEST(ElementNameMatch, NamespacesCountUnlessIgnored) {

@@ -1,20 +1,16 @@
 // GeneratedBindingTest.cpp - every schema kvxsd compiled from tests/bindings, driven by the instances beside it:
 // <stem>.xml and <stem>-*.xml are valid, <stem>.bad-*.xml are not and open with a comment holding the message chain
 // they must fail with.
-#include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <map>
-#include <string>
-#include <vector>
 
 #include "DescriptorDump.h"
 #include "alltypes.h"
 #include "codes.h"
 #include "envelope.h"
 #include "groups.h"
-#include "kvxml/dom/XmlDocument.h"
 #include "left.h"
 #include "measurement.h"
 #include "po.h"
@@ -26,7 +22,6 @@
 #include "shapes.h"
 #include "substitution-extra.h"
 #include "substitution.h"
-#include "support/KvTestSupport.h"
 #include "support/Fixtures.h"
 #include "ticket.h"
 #include "wildcard.h"

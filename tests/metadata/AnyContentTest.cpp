@@ -1,7 +1,6 @@
 // AnyContentTest.cpp - the wildcard wrappers: construction rules, copying, reading and writing element trees, the
 // collections' namespace rules, and trees too deep for recursion.
 #include "metadata/GeneratedTestClasses.h"
-#include "support/KvTestSupport.h"
 
 using namespace kvtest;
 using namespace KvXmlLib10;

@@ -1,6 +1,5 @@
 // AttributeInfoTest.cpp - attribute descriptors: writing with defaults and facets, matching, reading, validation.
 #include "metadata/GeneratedTestClasses.h"
-#include "support/KvTestSupport.h"
 
 using namespace kvtest;
 using namespace KvXmlLib10;
@@ -134,8 +133,7 @@ TEST(AttributeInfoHelpers, ForwardNamespaceRulesAndObjectCalls) {
                     CKvInvalidNamespaceException,
                     "Invalid namespace [urn:b]. The namespace must be one of [##local ##targetNamespace] where the "
                     "target namespace is [urn:a]");
-    CHolder holder;
-    holder.AddRef();
+    Pinned<CHolder> holder;
     EXPECT_EQ(CAttributeInfo::GetTargetNamespace(&holder), "");
     RecordingWriter writer;
     CAttributeInfo::ToXml_Int(&holder, &writer, false, "urn:h", CXmlSerializationContext());

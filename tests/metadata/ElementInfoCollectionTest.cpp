@@ -1,14 +1,12 @@
 // ElementInfoCollectionTest.cpp - the collection element descriptors as one table of (group, kind): where the
 // occurrence bounds are checked on writing and reading.
 #include "metadata/GeneratedTestClasses.h"
-#include "support/KvTestSupport.h"
 
 using namespace kvtest;
 using namespace KvXmlLib10;
 using namespace KvXmlLib10Data;
 
 namespace {
-
 
 using CItem = CLeaf;  // the item class of the class collections
 

@@ -1,7 +1,6 @@
 // ElementInfoMemberTest.cpp - the single-valued element descriptors as one table of (group, kind, cardinality):
 // writing, the read cursor protocol, all-group validation, nil, and what only class members do.
 #include "metadata/GeneratedTestClasses.h"
-#include "support/KvTestSupport.h"
 
 using namespace kvtest;
 using namespace KvXmlLib10;
@@ -11,7 +10,6 @@ namespace {
 
 enum Kind { Prim, Enum, Cls, AbsCls };
 enum Card { Mnd, Opt };
-
 
 template <typename T>
 CSmartPtr<CXmlObjectBase> MakeClass(int32_t, const char* name) {

@@ -12,17 +12,7 @@
 
 namespace kvtest {
 
-using KvXmlLib10::CKVCriticalSection;
-using KvXmlLib10::CPrimitiveRestrictions;
-using KvXmlLib10::CWhitespaceUtils;
-using KvXmlLib10::CXmlElement;
-using KvXmlLib10::CXmlGeneratedClass;
-using KvXmlLib10::CXmlObjectBase;
-using KvXmlLib10::CXmlSerializationContext;
-using KvXmlLib10::CXmlWriter;
-using KvXmlLib10::INillable;
-using KvXmlLib10::ItemType;
-using KvXmlLib10::KvVariant;
+using namespace KvXmlLib10;
 using KvXmlLib10Data::CAttributeInfo;
 using KvXmlLib10Data::CElementInfo;
 using KvXmlLib10Data::CParentElementInfo;
@@ -49,23 +39,12 @@ T** MakeArray(std::initializer_list<T*> items) {
 
 /// A test enumeration: red, green, blue; unknown text gives -1.
 inline const char* ColorToString(int32_t value) {
-    switch (value) {
-        case 0:
-            return "red";
-        case 1:
-            return "green";
-        case 2:
-            return "blue";
-        default:
-            return nullptr;
-    }
+    static const char* const names[] = {"red", "green", "blue"};
+    return value >= 0 && value < 3 ? names[value] : nullptr;
 }
-
 inline int32_t ColorFromString(const char* text) {
-    const std::string value = text;
-    if (value == "red") return 0;
-    if (value == "green") return 1;
-    if (value == "blue") return 2;
+    for (int32_t value = 0; value < 3; ++value)
+        if (std::strcmp(text, ColorToString(value)) == 0) return value;
     return -1;
 }
 
@@ -161,6 +140,16 @@ private:
     }
 
     std::map<int32_t, KvVariant> m_values;
+};
+
+/// An object on the stack holding a reference of its own, so that the engine's
+/// AddRef/Release pairs never delete it.
+template <typename T>
+struct Pinned : T {
+    using T::T;
+
+private:
+    int m_pin = (this->AddRef(), 0);
 };
 
 /// A generated-style class that may be nil.
@@ -259,17 +248,51 @@ private:
     KvXmlLib10::CXmlDocument m_document;
 };
 
-/// A class with no members of its own: the object descriptors are called with.
-struct EmptySchema {
-    static constexpr const char* kElementName = "Holder";
+struct NoNamespaces {
     static constexpr const char* kTargetNamespace = "";
     static constexpr const char* kTypeNamespace = "";
+};
+
+/// A class descriptor without simple content, allowed to write its type attribute.
+inline CParentElementInfo* Parent(KvXmlLib10Data::XmlElementGroupType group, const char* name,
+                                  KvXmlLib10Data::XmlElementType kind = KvXmlLib10Data::ElementType_Element) {
+    return new CParentElementInfo(group, kind, name, "", false, true, -1, KvXmlLib10::Invalid, nullptr, false);
+}
+
+/// An i4 member of descriptor kind T.
+template <typename T>
+CElementInfo* I4(const char* name, int32_t id) {
+    return new T(name, "", id, false, KvXmlLib10::i4, nullptr, kCollapse, {});
+}
+
+/// A choice of the i4 members a and b: optional, or lists of at least one.
+template <bool Optional, KvXmlLib10Data::XmlElementType Kind = KvXmlLib10Data::ElementType_Element>
+struct ChoiceSchema : NoNamespaces {
+    static constexpr const char* kElementName = "Pick";
     static void Build(Metadata& meta) {
-        meta.classInfo = new CParentElementInfo(KvXmlLib10Data::GroupType_Sequence,
-                                                KvXmlLib10Data::ElementType_Element, "Holder", "", false, false, -1,
-                                                KvXmlLib10::Invalid, nullptr, false);
-        meta.elements = MakeArray<CElementInfo>({});
-        meta.attributes = MakeArray<CAttributeInfo>({});
+        meta = {Parent(KvXmlLib10Data::GroupType_Choice, "Pick", Kind),
+                MakeArray<CElementInfo>({Optional ? I4<KvXmlLib10Data::CElementInfoChoicePrimOpt>("a", 1)
+                                                  : new KvXmlLib10Data::CElementInfoChoicePrimCol("a", "", 1),
+                                         Optional ? I4<KvXmlLib10Data::CElementInfoChoicePrimOpt>("b", 2)
+                                                  : new KvXmlLib10Data::CElementInfoChoicePrimCol("b", "", 2)}),
+                MakeArray<CAttributeInfo>({})};
+    }
+    /// Required members are lists of at least one.
+    template <typename T>
+    static void Init(T& object) {
+        if (Optional) return;
+        object.Set(1, I4List("a", 1));
+        object.Set(2, I4List("b", 1));
+    }
+};
+
+/// A class with no members of its own: the object descriptors are called with.
+struct EmptySchema : NoNamespaces {
+    static constexpr const char* kElementName = "Holder";
+    static void Build(Metadata& meta) {
+        meta = {new CParentElementInfo(KvXmlLib10Data::GroupType_Sequence, KvXmlLib10Data::ElementType_Element,
+                                       "Holder", "", false, false, -1, KvXmlLib10::Invalid, nullptr, false),
+                MakeArray<CElementInfo>({}), MakeArray<CAttributeInfo>({})};
     }
 };
 using CHolder = CTestClass<EmptySchema>;
@@ -279,18 +302,15 @@ enum Group { Seq, All, Choice };
 
 /// A small child class: an optional i4 "v" (property 1) and an optional attribute "x" (property 2).
 template <KvXmlLib10Data::XmlElementType Type>
-struct LeafSchemaOf {
+struct LeafSchemaOf : NoNamespaces {
     static constexpr const char* kElementName = "n";
-    static constexpr const char* kTargetNamespace = "";
-    static constexpr const char* kTypeNamespace = "";
     static void Build(Metadata& meta) {
         using namespace KvXmlLib10Data;
-        meta.classInfo = new CParentElementInfo(GroupType_Sequence, Type, "Leaf", "", false, false, -1,
-                                                KvXmlLib10::Invalid, nullptr, false);
-        meta.elements = MakeArray<CElementInfo>(
-            {new CElementInfoSeqPrimOpt("v", "", 1, false, KvXmlLib10::i4, nullptr, kCollapse, {})});
-        meta.attributes = MakeArray<CAttributeInfo>(
-            {new CAttributeInfoPrimitive("x", "", 2, true, KvXmlLib10::i4, nullptr, kCollapse, {}, nullptr)});
+        meta = {new CParentElementInfo(GroupType_Sequence, Type, "Leaf", "", false, false, -1, KvXmlLib10::Invalid,
+                                       nullptr, false),
+                MakeArray<CElementInfo>({I4<CElementInfoSeqPrimOpt>("v", 1)}),
+                MakeArray<CAttributeInfo>(
+                    {new CAttributeInfoPrimitive("x", "", 2, true, KvXmlLib10::i4, nullptr, kCollapse, {}, nullptr)})};
     }
 };
 using CLeaf = CTestClass<LeafSchemaOf<KvXmlLib10Data::ElementType_Element>>;

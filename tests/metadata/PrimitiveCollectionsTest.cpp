@@ -1,6 +1,5 @@
 // Tests for the typed value collections: one table row per member, one test per behaviour.
 #include "metadata/GeneratedTestClasses.h"
-#include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
 using Rule = CWhitespaceUtils::WhitespaceRule;

@@ -178,19 +178,6 @@ TEST(XmlWriterContext, LookupOfUnknownUriInsertsIntoTheSharedScope) {
     EXPECT_EQ(root->GetNamespaceMapValue("urn:new"), "n");
 }
 
-TEST(XmlWriterClose, RefusesWhileAnElementIsOpen) {
-    ProbeWriter writer;
-    writer.Open();
-    writer.Close();  // nothing open yet
-    writer.WriteStartElement("a", "");
-    writer.WriteStartElement("b", "");
-    writer.WriteEndElement();
-    EXPECT_KV_THROW(writer.Close(), CKvException, "An Element has not been closed.");
-    writer.WriteEndElement();
-    EXPECT_EQ(writer.Current(), nullptr);
-    writer.Close();
-}
-
 TEST(XmlWriterContext, DeepChainsAreFreedWithoutRecursion) {
     CInstanceMonitor::SetCounting(true);
     {

@@ -47,6 +47,13 @@ inline std::string ReadFile(const std::string& path) {
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
+/// The reference count as AddRef reports it, without changing it.
+inline int32_t RefCount(KvXmlLib10::CXmlObjectBase* object) {
+    const int32_t count = object->AddRef() - 1;
+    object->Release();
+    return count;
+}
+
 /// The full message chain of the Type that action throws ("" when it throws
 /// nothing), for tables that list expected chains.
 template <typename Type, typename Action>

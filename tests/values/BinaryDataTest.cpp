@@ -73,6 +73,8 @@ TEST(BinaryDataCopy, SharesUntilFirstWriteOrRelease) {
     EXPECT_EQ(Bytes(third), "new");
     third.SetBuffer(nullptr, 0);
     EXPECT_EQ(third.GetLength(), 0u);
+    copy = original;  // an empty value replaces the bytes, which are released
+    EXPECT_EQ(copy.GetLength(), 0u);
 }
 
 TEST(BinaryDataIndex, ThrowsPastTheEnd) {

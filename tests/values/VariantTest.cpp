@@ -2,6 +2,7 @@
 #include "support/KvTestSupport.h"
 
 using namespace KvXmlLib10;
+using KvXmlTest::RefCount;
 using Rule = CWhitespaceUtils::WhitespaceRule;
 
 namespace {
@@ -25,13 +26,6 @@ protected:
 private:
     int* m_deletions;
 };
-
-// The reference count as AddRef reports it, without changing it.
-int32_t RefCount(CXmlObjectBase* object) {
-    const int32_t count = object->AddRef() - 1;
-    object->Release();
-    return count;
-}
 
 }  // namespace
 
