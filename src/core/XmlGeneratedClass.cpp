@@ -2,6 +2,7 @@
 #include "kvxml/core/XmlGeneratedClass.h"
 
 #include "core/detail/NestingGuard.h"
+#include "core/detail/NillableOf.h"
 
 #include "kvxml/core/SerializationContext.h"
 #include "kvxml/core/XmlCollectionBase.h"
@@ -141,7 +142,7 @@ void CXmlGeneratedClass::WriteContent(CXmlWriter* writer, const CParentElementIn
         if (isRoot && !context.GetInLineSchema().empty()) writer->WriteInlineSchema(context.GetInLineSchema());
     }
 
-    const INillable* nillable = dynamic_cast<const INillable*>(this);
+    const INillable* nillable = detail::NillableOf(*this);
     if (nillable && nillable->IsNil()) {
         writer->WriteAttributeNil();
     } else {

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "core/detail/NestingGuard.h"
+#include "core/detail/NillableOf.h"
 
 #include "kvxml/core/SerializationContext.h"
 #include "kvxml/core/XmlGeneratedClass.h"
@@ -82,7 +83,7 @@ CXmlElement* CXmlGeneratedClass::ReadContent(CXmlElement* element, CXmlElement* 
     if (elementType == KvXmlLib10Data::ElementType_Element) SetElementName(element->GetLocalName().c_str());
 
     ProcessAttributesFromXml(context, element, info->IsNillable());
-    const INillable* nillable = dynamic_cast<const INillable*>(this);
+    const INillable* nillable = detail::NillableOf(*this);
     if (nillable && nillable->IsNil()) return firstChild;
 
     CXmlElement* result = nullptr;

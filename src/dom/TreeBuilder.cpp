@@ -11,6 +11,19 @@
 
 namespace KvXmlLib10::detail {
 
+template <class Node, class... Arguments>
+Node* TreeBuilder::MakeNode(NodePool& pool, Arguments&&... arguments) {
+    // Allocated here rather than through the nodes' own operator new, so
+    // that the pool's inline fast path is taken for every node of a load.
+    void* memory = pool.Allocate(sizeof(Node));
+    try {
+        return ::new (memory) Node(std::forward<Arguments>(arguments)...);
+    } catch (...) {
+        NodePool::Free(memory, sizeof(Node));
+        throw;
+    }
+}
+
 NameTable& TreeBuilder::Names() const { return *m_document.m_names; }
 
 const CXmlSerializationContext& TreeBuilder::Context() const { return *m_document.m_context; }
@@ -34,7 +47,7 @@ void TreeBuilder::SetAlias(const char* prefix, std::size_t prefixLength, const c
 
 CXmlElement* TreeBuilder::Open(const std::string* uri, const std::string* localName) {
     auto& stack = m_document.m_stack;
-    auto element = std::unique_ptr<CXmlElement>(new (*m_document.m_nodes) CXmlElement(&m_document, uri, localName));
+    std::unique_ptr<CXmlElement> element(MakeNode<CXmlElement>(*m_document.m_nodes, &m_document, uri, localName));
     // Grow before linking, so that the push below cannot throw.
     if (stack.size() == stack.capacity()) stack.reserve(stack.empty() ? 16 : 2 * stack.size());
     // A second root cannot come from well-formed input; it joins the tree
@@ -69,7 +82,7 @@ void TreeBuilder::ReserveAttributes(CXmlElement& element, std::size_t count) {
 void TreeBuilder::AddAttribute(CXmlElement& element, const std::string* localName, std::string value,
                                const std::string* uri) {
     std::unique_ptr<CXmlAttribute> attribute(
-        new (*element.m_document->m_nodes) CXmlAttribute(localName, std::move(value), uri));
+        MakeNode<CXmlAttribute>(*element.m_document->m_nodes, localName, std::move(value), uri));
     AttributesOf(element).push_back(attribute.get());
     attribute.release();
 }
@@ -88,16 +101,10 @@ void TreeBuilder::AppendRawText(CXmlElement& element, const char* text, std::siz
     }
 }
 
-CXmlElement* TreeBuilder::Top() const {
-    return m_document.m_stack.empty() ? nullptr : m_document.m_stack.back().element;
-}
-
 CXmlElement* TreeBuilder::OpenElement(std::size_t depth) const {
     const auto& stack = m_document.m_stack;
     return depth < stack.size() ? stack[stack.size() - 1 - depth].element : nullptr;
 }
-
-bool TreeBuilder::HasCallback() const { return m_document.m_callback != nullptr; }
 
 void TreeBuilder::Close() {
     auto& stack = m_document.m_stack;
@@ -136,7 +143,7 @@ void TreeBuilder::Close() {
 
 CXmlElement* TreeBuilder::NewChild(CXmlElement& parent) {
     const std::string* empty = &EmptyString();
-    auto* child = new (*parent.m_document->m_nodes) CXmlElement(parent.m_document, empty, empty);
+    auto* child = MakeNode<CXmlElement>(*parent.m_document->m_nodes, parent.m_document, empty, empty);
     parent.AppendChild(child);
     return child;
 }

@@ -94,6 +94,7 @@ void CXmlDocument::Init() {
 
 void CXmlDocument::Cleanup() {
     m_stack.clear();
+    m_nodes->Drain();
     delete m_documentElement;
     m_documentElement = nullptr;
     ReleaseInput();

@@ -88,7 +88,10 @@ CXmlElement::~CXmlElement() {
             element->m_firstChild = element->m_lastChild = nullptr;
         }
         element->m_nextSibling = nullptr;
-        delete element;
+        // Every node is exactly a CXmlElement (only the builder makes them),
+        // so the destructor is called directly rather than through the vtable.
+        element->CXmlElement::~CXmlElement();
+        detail::NodePool::Free(element, sizeof(CXmlElement));
     }
 }
 

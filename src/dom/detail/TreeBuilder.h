@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "kvxml/core/SerializationContext.h"
+#include "kvxml/dom/XmlDocument.h"
 
 namespace KvXmlLib10 {
 class CXmlAttribute;
@@ -21,6 +22,7 @@ class CXmlElement;
 namespace KvXmlLib10::detail {
 
 class NameTable;
+class NodePool;
 
 class TreeBuilder {
 public:
@@ -49,10 +51,12 @@ public:
     /// Appends text as it is; text set in one piece takes no spare room.
     static void AppendRawText(CXmlElement& element, const char* text, std::size_t length);
     /// The element being filled, or null.
-    CXmlElement* Top() const;
+    CXmlElement* Top() const {
+        return m_document.m_stack.empty() ? nullptr : m_document.m_stack.back().element;
+    }
     /// The open element `depth` levels below the top (0: Top()), or null.
     CXmlElement* OpenElement(std::size_t depth) const;
-    bool HasCallback() const;
+    bool HasCallback() const { return m_document.m_callback != nullptr; }
     /// Closes the element being filled and offers it to the callback.
     void Close();
 
@@ -64,6 +68,10 @@ public:
     static NameTable& NamesOf(const CXmlElement& element);
 
 private:
+    /// A node made in pool memory, which goes back if the constructor throws.
+    template <class Node, class... Arguments>
+    static Node* MakeNode(NodePool& pool, Arguments&&... arguments);
+
     CXmlDocument& m_document;
 };
 
