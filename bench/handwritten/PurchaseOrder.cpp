@@ -219,10 +219,9 @@ KVBIND_CLASS_TABLES(CPurchaseOrders, BatchTables)
 
 // ---- Item ----
 
-CItem::CItem() {
-    SetElementName("item");
-    ResetProperties();
-}
+// Items are the bulk of a document: the member initialisers already give
+// the state ResetProperties makes, so construction skips it.
+CItem::CItem() { SetElementName("item"); }
 
 void CItem::ResetProperties() {
     productName.clear();

@@ -58,18 +58,18 @@ public:
     };
 
     std::string productName;
-    int32_t quantity;
+    int32_t quantity = 0;
     KvXmlLib10::CDecimal unitPrice;
-    PoItemStatus status;
-    bool giftWrap;
+    PoItemStatus status = PoItemStatus::Ordered;
+    bool giftWrap = false;
     KvXmlLib10::CDateTime requested;
     KvXmlLib10::CDateTime shipDate;  ///< optional: dt_none when absent
     KvXmlLib10::CBinaryData digest;
     std::string comment;
-    bool hasComment;  ///< optional
-    bool commentNil;  ///< nillable
+    bool hasComment = false;  ///< optional
+    bool commentNil = false;  ///< nillable
     std::string partNum;
-    int32_t line;
+    int32_t line = 0;
 
     KvXmlLib10Data::CParentElementInfo* GetClassInfo() const override;
     KvXmlLib10Data::CElementInfo** GetClassElementInfo() const override;
