@@ -35,14 +35,19 @@ expect_status 0 "$kvxml" convert typed.fi typed.xml
 cmp -s back.xml typed.xml || fail "--suggested changed the document: $(cat typed.xml)"
 
 # XML text reaches the writer as parser events, Fast Infoset input through
-# its general calls: with invented prefixes, namespaced attributes and an
-# undeclared default namespace both encode the same bytes.
+# its general calls: with the root's own prefixes, an invented one (for a
+# namespace declared below the root), namespaced attributes and an
+# undeclared default namespace both encode the same bytes. The root's
+# prefixes survive both ways, so the QName in xsi:type still resolves.
 cat >ns.xml <<'XML'
-<r xmlns="urn:d" xmlns:a="urn:a" a:one="1" p="x"><a:e xmlns:b="urn:b" b:k="v" a:k="w"><i xmlns="">t</i></a:e><e a:z="3"/></r>
+<r xmlns="urn:d" xmlns:a="urn:a" xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance" a:one="1" p="x"><a:e a:k="w" xsi:type="a:T"><i xmlns="">t</i></a:e><e xmlns:b="urn:b" b:k="v" a:z="3"/></r>
 XML
 expect_status 0 "$kvxml" convert ns.xml ns.fi
 expect_status 0 "$kvxml" convert --to fi ns.fi again.fi
 cmp -s ns.fi again.fi || fail "XML text and Fast Infoset input encode the same document differently"
+expect_status 0 "$kvxml" convert ns.fi ns-back.xml
+grep -q '<r xmlns="urn:d" xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance" xmlns:a="urn:a" a:one="1" p="x"><a:e a:k="w" xsi:type="a:T">' ns-back.xml ||
+  fail "the root's prefixes were not kept: $(cat ns-back.xml)"
 
 # Compressed output is read back as it is.
 expect_status 0 "$kvxml" convert --gzip doc.xml doc.fi.gz

@@ -63,6 +63,7 @@ public:
     WriterVisitor(CXmlWriter& writer, bool suggested, bool dropWhitespace, Progress& progress)
         : m_writer(writer), m_suggested(suggested), m_dropWhitespace(dropWhitespace), m_progress(progress) {}
 
+    void Namespace(const std::string& prefix, const std::string& uri) override { m_writer.AddNamespace(prefix, uri); }
     void Start(const std::string& localName, const std::string& namespaceUri) override {
         // The root's namespace becomes the default one, which saves a prefix
         // on most names; elements without a namespace undeclare it.
@@ -163,6 +164,9 @@ public:
     FastInfosetEvents(detail::FIEventWriter& writer, FastInfosetOut& out, bool suggested, Progress& progress)
         : m_writer(writer), m_out(out), m_suggested(suggested), m_progress(progress) {}
 
+    void Namespace(std::string_view prefix, std::string_view uri) override {
+        m_writer.AddNamespace(std::string(prefix), std::string(uri));
+    }
     void Start(std::string_view localName, std::string_view namespaceUri) override {
         // As WriterVisitor does: the root's namespace becomes the default.
         if (m_depth++ == 0 && !namespaceUri.empty()) {

@@ -38,6 +38,11 @@ public:
         streamer->PassText();
         streamer->m_events.End();
     }
+    static void XMLCALL OnNamespace(void* self, const XML_Char* prefix, const XML_Char* uri) {
+        auto* streamer = static_cast<ExpatStreamer*>(self);
+        // Default declarations and undeclarations are left to the writer.
+        if (!streamer->m_rootStarted && prefix && uri && *uri) streamer->m_events.Namespace(prefix, uri);
+    }
     static void XMLCALL OnText(void* self, const XML_Char* text, int length) {
         static_cast<ExpatStreamer*>(self)->m_text.append(text, static_cast<std::size_t>(length));
     }
@@ -51,6 +56,7 @@ private:
 
     void Start(const char* name, const char** attributes) {
         PassText();
+        m_rootStarted = true;
         std::string_view uri;
         std::string_view local;
         Split(name, uri, local);
@@ -64,12 +70,16 @@ private:
 
     XmlEvents& m_events;
     std::string m_text;
+    bool m_rootStarted = false;
 };
 
 // Hands the events on as the visitor's own strings.
 class CopyingEvents : public XmlEvents {
 public:
     explicit CopyingEvents(TreeVisitor& visitor) : m_visitor(visitor) {}
+    void Namespace(std::string_view prefix, std::string_view uri) override {
+        m_visitor.Namespace(std::string(prefix), std::string(uri));
+    }
     void Start(std::string_view localName, std::string_view namespaceUri) override {
         m_visitor.Start(m_local.assign(localName), m_uri.assign(namespaceUri));
     }
@@ -105,6 +115,7 @@ void StreamXmlText(Input& input, XmlEvents& events) {
     XML_SetUserData(parser, &streamer);
     XML_SetElementHandler(parser, &ExpatStreamer::OnStart, &ExpatStreamer::OnEnd);
     XML_SetCharacterDataHandler(parser, &ExpatStreamer::OnText);
+    XML_SetStartNamespaceDeclHandler(parser, &ExpatStreamer::OnNamespace);
     try {
         const unsigned char* data = nullptr;
         std::size_t size = 0;

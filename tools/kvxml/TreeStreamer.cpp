@@ -27,6 +27,10 @@ public:
 
 private:
     void StartElement(const CXmlElement& element) {
+        if (m_started.empty()) {
+            for (const auto& [prefix, uri] : element.GetOwnerDocument()->GetNamespaceAliases())
+                if (!prefix.empty() && !uri.empty()) m_visitor.Namespace(prefix, uri);
+        }
         m_visitor.Start(element.GetLocalName(), element.GetNamespaceURI());
         for (const CXmlAttribute* attribute : element.GetAttributes())
             m_visitor.Attribute(attribute->GetLocalName(), attribute->GetNamespaceURI(), attribute->GetValue());

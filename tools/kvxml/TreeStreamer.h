@@ -22,6 +22,11 @@ namespace kvxml_cli {
 class TreeVisitor {
 public:
     virtual ~TreeVisitor() = default;
+    /// A prefix the document binds, before the root's Start: from XML text
+    /// those of the root element, from Fast Infoset those read by the time
+    /// the root is passed on. Keeping them keeps QName values (xsi:type)
+    /// valid.
+    virtual void Namespace(const std::string& /*prefix*/, const std::string& /*uri*/) {}
     virtual void Start(const std::string& localName, const std::string& namespaceUri) = 0;
     /// Follows Start, before any text or child.
     virtual void Attribute(const std::string& localName, const std::string& namespaceUri, const std::string& value) = 0;
@@ -43,6 +48,8 @@ void StreamDocument(Input& input, TreeVisitor& visitor);
 class XmlEvents {
 public:
     virtual ~XmlEvents() = default;
+    /// A prefix the root element declares, before its Start.
+    virtual void Namespace(std::string_view /*prefix*/, std::string_view /*uri*/) {}
     virtual void Start(std::string_view localName, std::string_view namespaceUri) = 0;
     /// Follows Start; EndStartTag follows the last one.
     virtual void Attribute(std::string_view localName, std::string_view namespaceUri, std::string_view value) = 0;

@@ -78,6 +78,9 @@ public:
     /// The URI last declared for the prefix anywhere in the documents loaded
     /// so far ("" is the default namespace); "" when never declared.
     std::string LookupNamespaceFromAlias(const char* prefix) const;
+    /// Every prefix declared so far ("" the default namespace), with the
+    /// URI last declared for it.
+    const std::map<std::string, std::string, std::less<>>& GetNamespaceAliases() const { return m_aliases; }
 
     /// Tree building, used by the readers in document order.
     CXmlElement* AddDocElement(const char* uri, const char* localName);
