@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "kvxml/foundation/KvException.h"
+#include "kvxml/output/XmlWriter.h"
 
 namespace kvxml_cli {
 
@@ -28,8 +29,11 @@ public:
 private:
     void StartElement(const CXmlElement& element) {
         if (m_started.empty()) {
+            // Fast Infoset may bind any prefix to the XML namespace, which
+            // XML text never declares: "xml" stays its only prefix.
             for (const auto& [prefix, uri] : element.GetOwnerDocument()->GetNamespaceAliases())
-                if (!prefix.empty() && !uri.empty()) m_visitor.Namespace(prefix, uri);
+                if (!prefix.empty() && !uri.empty() && uri != CXmlWriter::XML_NAMESPACE)
+                    m_visitor.Namespace(prefix, uri);
         }
         m_visitor.Start(element.GetLocalName(), element.GetNamespaceURI());
         for (const CXmlAttribute* attribute : element.GetAttributes())
