@@ -126,13 +126,7 @@ void Resolver::AddElementMember(int32_t owner, const Node* particle, uint32_t mi
         m.ns = form == "qualified" ? doc.targetNamespace : std::string();
     }
     m.nillable = decl->AttrOr("nillable", "false") == "true";
-    if (const std::string* fixed = decl->Attr("fixed")) {
-        m.hasFixed = true;
-        m.defaultValue = *fixed;
-    } else if (const std::string* def = decl->Attr("default")) {
-        m.hasDefault = true;
-        m.defaultValue = *def;
-    }
+    ReadValueConstraint(decl, m);
     const std::string path = m_classWork[owner].wantedName + "/" + m.xmlName;
     bool anyType = false;
     if (global >= 0) {
@@ -253,19 +247,8 @@ void Resolver::AddAttribute(int32_t owner, const Node* item, std::unordered_set<
         m_diags.Error(item->pos, "duplicate attribute '" + a.xmlName + "'");
         return;
     }
-    for (const Node* source : {item, decl}) {
-        if (!source) continue;
-        if (const std::string* fixed = source->Attr("fixed")) {
-            a.hasFixed = true;
-            a.defaultValue = *fixed;
-            break;
-        }
-        if (const std::string* def = source->Attr("default")) {
-            a.hasDefault = true;
-            a.defaultValue = *def;
-            break;
-        }
-    }
+    for (const Node* source : {item, decl})
+        if (source && ReadValueConstraint(source, a)) break;
     if (decl) {
         if (const std::string* type = decl->Attr("type")) {
             a.value = ValueOfKey(*type, decl);

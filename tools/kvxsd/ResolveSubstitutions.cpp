@@ -65,13 +65,7 @@ Member Resolver::Alternative(int32_t element) {
     m.classIndex = g.classIndex;
     m.value = g.value;
     m.kind = g.classIndex >= 0 ? MemberKind::Cls : g.value.enumeration >= 0 ? MemberKind::Enum : MemberKind::Prim;
-    if (const std::string* fixed = decl->Attr("fixed")) {
-        m.hasFixed = true;
-        m.defaultValue = *fixed;
-    } else if (const std::string* def = decl->Attr("default")) {
-        m.hasDefault = true;
-        m.defaultValue = *def;
-    }
+    ReadValueConstraint(decl, m);
     if (g.classIndex >= 0 && g.nillable) m_model.classes[g.classIndex].nillable = true;
     return m;
 }

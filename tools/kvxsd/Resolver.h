@@ -82,6 +82,21 @@ private:
     static Group GroupOf(const std::string& what);
     bool Occurs(const Node* particle, uint32_t& minOccurs, uint32_t& maxOccurs);
     static Cardinality CardinalityOf(uint32_t minOccurs, uint32_t maxOccurs, Group group);
+    /// The declaration's fixed value, else its default, into a member or an
+    /// attribute; false when it has neither.
+    template <typename Target>
+    static bool ReadValueConstraint(const Node* decl, Target& target) {
+        if (const std::string* fixed = decl->Attr("fixed")) {
+            target.hasFixed = true;
+            target.defaultValue = *fixed;
+        } else if (const std::string* def = decl->Attr("default")) {
+            target.hasDefault = true;
+            target.defaultValue = *def;
+        } else {
+            return false;
+        }
+        return true;
+    }
     void BuildClass(int32_t index);
     void SetValue(int32_t index, const ValueType& value);
     void SetBase(int32_t index, const Node* baseType, const Node* at);
