@@ -12,12 +12,16 @@ Output::Output(const std::string& path, Compression compression)
 
 Output::~Output() {
     if (m_deflating) deflateEnd(&m_stream);
-    if (m_file && m_file != stdout) std::fclose(m_file);
 }
 
 void Output::Open() {
-    m_file = m_path == "-" ? stdout : std::fopen(m_path.c_str(), "wb");
-    if (!m_file) throw std::runtime_error(m_name + ": " + std::strerror(errno));
+    if (m_path == "-") {
+        m_file = stdout;
+    } else {
+        m_target = std::make_unique<KvXmlLib10::detail::ReplacingFile>(m_path.c_str());
+        if (!m_target->Open()) throw std::runtime_error(m_name + ": " + std::strerror(errno));
+        m_file = m_target->Get();
+    }
     if (m_compression == Compression::None) return;
     // Level 1 with the same wrappers the library's compressed streams use.
     const int windowBits = m_compression == Compression::Gzip ? 31 : 15;
@@ -66,18 +70,14 @@ void Output::Finish() {
         deflateEnd(&m_stream);
         m_deflating = false;
     }
-    std::FILE* file = m_file;
+    const bool ok = m_target ? m_target->Commit() : std::fflush(m_file) == 0;
     m_file = nullptr;
-    const bool ok = file == stdout ? std::fflush(file) == 0 : std::fclose(file) == 0;
     if (!ok) throw std::runtime_error(m_name + ": write failed: " + std::strerror(errno));
 }
 
 void Output::Discard() {
-    if (m_file && m_file != stdout) {
-        std::fclose(m_file);
-        m_file = nullptr;
-        std::remove(m_path.c_str());
-    }
+    m_file = nullptr;
+    if (m_target) m_target->Discard();
 }
 
 }  // namespace kvxml_cli

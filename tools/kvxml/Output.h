@@ -9,12 +9,14 @@
 #include <zlib.h>
 
 #include "Input.h"
+#include "output/detail/FileOutput.h"
 
 namespace kvxml_cli {
 
-/// Bytes go to the file (created when the first byte is written, so a
-/// failed conversion of an unopened output leaves nothing) or to standard
-/// output for "-". Throws std::runtime_error naming the file on failure.
+/// Bytes go to standard output for "-", else to a file written beside the
+/// target and put in its place by Finish, so a failed conversion leaves
+/// an existing file as it was; devices and pipes are written in place.
+/// Throws std::runtime_error naming the file on failure.
 class Output {
 public:
     Output(const std::string& path, Compression compression);
@@ -25,7 +27,7 @@ public:
     void Write(const void* data, std::size_t length);
     /// Ends the compressed stream and closes the file.
     void Finish();
-    /// Removes a partly written file after a failure.
+    /// Drops what was written after a failure (never the target itself).
     void Discard();
 
 private:
@@ -36,6 +38,7 @@ private:
     std::string m_path;
     std::string m_name;
     Compression m_compression;
+    std::unique_ptr<KvXmlLib10::detail::ReplacingFile> m_target;
     std::FILE* m_file = nullptr;
     bool m_deflating = false;
     z_stream m_stream{};

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "kvxml/foundation/Export.h"
 #include "kvxml/output/OutputEnums.h"
 
 namespace KvXmlLib10 {
@@ -27,7 +28,8 @@ inline OutputFile OpenOutputFile(const char* fileName) {
 /// complete, so a write that fails half way leaves the old file untouched.
 /// Targets that are not regular files (devices, pipes, symbolic links) are
 /// written in place, as before. Not committed: the partial file is removed.
-class ReplacingFile {
+/// Exported for the kvxml converter, which writes its output the same way.
+class KVXML_API ReplacingFile {
 public:
     explicit ReplacingFile(const char* fileName) : m_target(fileName ? fileName : "") {}
     ~ReplacingFile() { Discard(); }
