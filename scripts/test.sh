@@ -13,10 +13,11 @@ passed=0
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 
-run_suite() {  # build-dir, cmake options... (KVXML_TARGET: build only that target)
+run_suite() {  # build-dir, cmake options... (KVXML_TARGET: build only those targets)
   local dir=$1; shift
   cmake -S . -B "$dir" "$@" >/dev/null
-  cmake --build "$dir" -j"$jobs" ${KVXML_TARGET:+--target "$KVXML_TARGET"}
+  # shellcheck disable=SC2086 # KVXML_TARGET may name several targets
+  cmake --build "$dir" -j"$jobs" ${KVXML_TARGET:+--target $KVXML_TARGET}
   ctest --test-dir "$dir" --output-on-failure -j"$jobs" | tee "$log"
   local n
   n=$(sed -n 's/.*tests passed, 0 tests failed out of \([0-9]*\).*/\1/p' "$log" | tail -n 1)
@@ -54,7 +55,7 @@ fi
 if command -v clang++ >/dev/null; then
   echo "== ThreadSanitizer, multi-threaded suites =="
   export TSAN_OPTIONS=halt_on_error=1
-  KVXML_TARGET=kvxml_thread_tests run_suite build/tsan -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+  KVXML_TARGET="kvxml_thread_tests kvxml-cli" run_suite build/tsan -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DCMAKE_CXX_COMPILER=clang++ -DKVXML_SANITIZE_THREAD=ON -DKVXML_BUILD_FUZZERS=OFF \
     -DKVXML_BUILD_EXAMPLES=OFF -DKVXML_INSTALL=OFF
 fi

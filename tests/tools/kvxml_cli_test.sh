@@ -49,6 +49,32 @@ expect_status 0 "$kvxml" convert ns.fi ns-back.xml
 grep -q '<r xmlns="urn:d" xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance" xmlns:a="urn:a" a:one="1" p="x"><a:e a:k="w" xsi:type="a:T">' ns-back.xml ||
   fail "the root's prefixes were not kept: $(cat ns-back.xml)"
 
+# Expat runs on a thread of its own and hands its events over in blocks. A
+# text longer than a block, a start tag with more namespaces than a block
+# looks up, and more blocks than may wait encode as on one CPU and as from
+# Fast Infoset; when the writer fails, the parser stops too.
+{
+  printf '<r xmlns="urn:d"'
+  for i in $(seq 12); do printf ' xmlns:p%d="urn:%d" p%d:a="%d"' "$i" "$i" "$i" "$i"; done
+  printf '><big>%0600000d</big>\n' 0
+  awk 'BEGIN { for (i = 0; i < 100000; i++) printf "<e n=\"%d\">text %d</e>\n", i, i }'
+  printf '</r>\n'
+} >big.xml
+expect_status 0 "$kvxml" convert big.xml big.fi
+expect_status 0 "$kvxml" convert --to fi big.fi big-again.fi
+cmp -s big.fi big-again.fi || fail "a document of many blocks encodes differently from Fast Infoset input"
+if taskset -c 0 true 2>/dev/null; then
+  expect_status 0 taskset -c 0 "$kvxml" convert big.xml big-one-cpu.fi
+  cmp -s big.fi big-one-cpu.fi || fail "on one CPU the document encodes differently"
+fi
+echo kept >old.fi
+head -c 3000000 big.xml >cut-big.xml
+expect_status 1 "$kvxml" convert cut-big.xml old.fi
+[[ $(cat old.fi) == kept ]] || fail "a conversion that failed half way overwrote old.fi"
+expect_status 1 timeout 60 "$kvxml" convert big.xml /dev/full
+grep -qx "kvxml: /dev/full: write failed: No space left on device" err.txt || fail "/dev/full: $(cat err.txt)"
+[[ -c /dev/full ]] || fail "a failed conversion removed the device it wrote to"
+
 # Compressed output is read back as it is.
 expect_status 0 "$kvxml" convert --gzip doc.xml doc.fi.gz
 [[ $(hex doc.fi.gz 2) == 1f8b ]] || fail "--gzip output is not gzip"

@@ -179,7 +179,7 @@ public:
         m_writer.Attribute(localName, namespaceUri, value, TypeOf(value));
     }
     void EndStartTag() override { m_writer.EndStartTag(); }
-    void Text(const std::string& text) override { m_writer.Characters(text, TypeOf(text)); }
+    void Text(std::string_view text) override { m_writer.Characters(text, TypeOf(text)); }
     void End() override {
         --m_depth;
         m_writer.WriteEndElement();

@@ -1,77 +1,84 @@
 // ExpatStreamer.cpp - XML text to events straight from expat, without a tree.
 #include <expat.h>
+#include <sched.h>
 
 #include <algorithm>
-#include <cstring>
+#include <memory>
 #include <stdexcept>
 #include <string>
+#include <thread>
 
+#include "EventPipe.h"
 #include "TreeStreamer.h"
 
 namespace kvxml_cli {
 
 namespace {
 
-constexpr char kSeparator = '\x01';
 constexpr std::size_t kPiece = 1 << 20;
 
-// "uri<separator>local" or "local".
-void Split(const char* name, std::string_view& uri, std::string_view& local) {
-    if (const char* cut = std::strchr(name, kSeparator)) {
-        uri = std::string_view(name, static_cast<std::size_t>(cut - name));
-        local = std::string_view(cut + 1);
-    } else {
-        uri = std::string_view();
-        local = std::string_view(name);
-    }
-}
+struct ParserFree {
+    void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
+};
 
-class ExpatStreamer {
+class ExpatRecorder {
 public:
-    explicit ExpatStreamer(XmlEvents& events) : m_events(events) {}
+    explicit ExpatRecorder(EventPipe& pipe) : m_pipe(pipe) {}
 
     static void XMLCALL OnStart(void* self, const XML_Char* name, const XML_Char** attributes) {
-        static_cast<ExpatStreamer*>(self)->Start(name, attributes);
+        auto* recorder = static_cast<ExpatRecorder*>(self);
+        recorder->m_rootStarted = true;
+        recorder->m_pipe.StartTag(name, attributes);
     }
     static void XMLCALL OnEnd(void* self, const XML_Char* /*name*/) {
-        auto* streamer = static_cast<ExpatStreamer*>(self);
-        streamer->PassText();
-        streamer->m_events.End();
+        static_cast<ExpatRecorder*>(self)->m_pipe.EndTag();
     }
     static void XMLCALL OnNamespace(void* self, const XML_Char* prefix, const XML_Char* uri) {
-        auto* streamer = static_cast<ExpatStreamer*>(self);
+        auto* recorder = static_cast<ExpatRecorder*>(self);
         // Default declarations and undeclarations are left to the writer.
-        if (!streamer->m_rootStarted && prefix && uri && *uri) streamer->m_events.Namespace(prefix, uri);
+        if (!recorder->m_rootStarted && prefix && uri && *uri) recorder->m_pipe.Namespace(prefix, uri);
     }
     static void XMLCALL OnText(void* self, const XML_Char* text, int length) {
-        static_cast<ExpatStreamer*>(self)->m_text.append(text, static_cast<std::size_t>(length));
+        static_cast<ExpatRecorder*>(self)->m_pipe.Text(text, static_cast<std::size_t>(length));
     }
 
 private:
-    void PassText() {
-        if (m_text.empty()) return;
-        m_events.Text(m_text);
-        m_text.clear();
-    }
-
-    void Start(const char* name, const char** attributes) {
-        PassText();
-        m_rootStarted = true;
-        std::string_view uri;
-        std::string_view local;
-        Split(name, uri, local);
-        m_events.Start(local, uri);
-        for (; *attributes; attributes += 2) {
-            Split(attributes[0], uri, local);
-            m_events.Attribute(local, uri, attributes[1]);
-        }
-        m_events.EndStartTag();
-    }
-
-    XmlEvents& m_events;
-    std::string m_text;
+    EventPipe& m_pipe;
     bool m_rootStarted = false;
 };
+
+void Feed(XML_Parser parser, const Input& input, const char* data, std::size_t size, bool last) {
+    if (XML_Parse(parser, data, static_cast<int>(size), last) != XML_STATUS_OK) {
+        throw std::runtime_error(input.Name() + ": " + XML_ErrorString(XML_GetErrorCode(parser)) + " at line " +
+                                 std::to_string(XML_GetCurrentLineNumber(parser)));
+    }
+}
+
+void Parse(Input& input, EventPipe& pipe) {
+    const std::unique_ptr<XML_ParserStruct, ParserFree> parser(XML_ParserCreateNS(nullptr, kNameSeparator));
+    if (!parser) throw std::runtime_error(input.Name() + ": out of memory");
+    ExpatRecorder recorder(pipe);
+    XML_SetUserData(parser.get(), &recorder);
+    XML_SetElementHandler(parser.get(), &ExpatRecorder::OnStart, &ExpatRecorder::OnEnd);
+    XML_SetCharacterDataHandler(parser.get(), &ExpatRecorder::OnText);
+    XML_SetStartNamespaceDeclHandler(parser.get(), &ExpatRecorder::OnNamespace);
+    const unsigned char* data = nullptr;
+    std::size_t size = 0;
+    while (input.Next(data, size)) {
+        for (std::size_t done = 0; done < size;) {
+            const std::size_t piece = std::min(size - done, kPiece);
+            Feed(parser.get(), input, reinterpret_cast<const char*>(data) + done, piece, false);
+            done += piece;
+        }
+    }
+    Feed(parser.get(), input, nullptr, 0, true);
+}
+
+bool MayUseTwoCpus() {
+    cpu_set_t set;
+    if (sched_getaffinity(0, sizeof set, &set) != 0) return std::thread::hardware_concurrency() > 1;
+    return CPU_COUNT(&set) > 1;
+}
 
 // Hands the events on as the visitor's own strings.
 class CopyingEvents : public XmlEvents {
@@ -86,7 +93,7 @@ public:
     void Attribute(std::string_view localName, std::string_view namespaceUri, std::string_view value) override {
         m_visitor.Attribute(m_local.assign(localName), m_uri.assign(namespaceUri), m_value.assign(value));
     }
-    void Text(const std::string& text) override { m_visitor.Text(text); }
+    void Text(std::string_view text) override { m_visitor.Text(m_value.assign(text)); }
     void End() override {
         m_visitor.End();
         m_visitor.Completed();
@@ -99,39 +106,34 @@ private:
     std::string m_value;
 };
 
-void Feed(XML_Parser parser, const Input& input, const char* data, std::size_t size, bool last) {
-    if (XML_Parse(parser, data, static_cast<int>(size), last) != XML_STATUS_OK) {
-        throw std::runtime_error(input.Name() + ": " + XML_ErrorString(XML_GetErrorCode(parser)) + " at line " +
-                                 std::to_string(XML_GetCurrentLineNumber(parser)));
-    }
-}
-
 }  // namespace
 
 void StreamXmlText(Input& input, XmlEvents& events) {
-    XML_Parser parser = XML_ParserCreateNS(nullptr, kSeparator);
-    if (!parser) throw std::runtime_error(input.Name() + ": out of memory");
-    ExpatStreamer streamer(events);
-    XML_SetUserData(parser, &streamer);
-    XML_SetElementHandler(parser, &ExpatStreamer::OnStart, &ExpatStreamer::OnEnd);
-    XML_SetCharacterDataHandler(parser, &ExpatStreamer::OnText);
-    XML_SetStartNamespaceDeclHandler(parser, &ExpatStreamer::OnNamespace);
-    try {
-        const unsigned char* data = nullptr;
-        std::size_t size = 0;
-        while (input.Next(data, size)) {
-            for (std::size_t done = 0; done < size;) {
-                const std::size_t piece = std::min(size - done, kPiece);
-                Feed(parser, input, reinterpret_cast<const char*>(data) + done, piece, false);
-                done += piece;
-            }
+    if (!MayUseTwoCpus()) {
+        EventPipe pipe(events, false);
+        Parse(input, pipe);
+        pipe.Close(nullptr);
+        return;
+    }
+    // Expat on a thread of its own; the events reach `events` here.
+    EventPipe pipe(events, true);
+    std::thread parser([&input, &pipe] {
+        std::exception_ptr failure;
+        try {
+            Parse(input, pipe);
+        } catch (...) {
+            failure = std::current_exception();
         }
-        Feed(parser, input, nullptr, 0, true);
+        pipe.Close(failure);
+    });
+    try {
+        pipe.Replay();
     } catch (...) {
-        XML_ParserFree(parser);
+        pipe.Cancel();
+        parser.join();
         throw;
     }
-    XML_ParserFree(parser);
+    parser.join();
 }
 
 void StreamXmlText(Input& input, TreeVisitor& visitor) {

@@ -43,8 +43,8 @@ public:
 void StreamDocument(Input& input, TreeVisitor& visitor);
 
 /// The events of XML text as the parser reports them: views of its own
-/// text, valid during the call only. Text between two tags comes whole, in
-/// the streamer's own string.
+/// text, valid during the call only (attributes' until EndStartTag). Text
+/// between two tags comes whole.
 class XmlEvents {
 public:
     virtual ~XmlEvents() = default;
@@ -54,12 +54,13 @@ public:
     /// Follows Start; EndStartTag follows the last one.
     virtual void Attribute(std::string_view localName, std::string_view namespaceUri, std::string_view value) = 0;
     virtual void EndStartTag() {}
-    virtual void Text(const std::string& text) = 0;
+    virtual void Text(std::string_view text) = 0;
     virtual void End() = 0;
 };
 
-/// XML text straight through expat, in pieces. Throws std::runtime_error
-/// naming the input and the line.
+/// XML text straight through expat, in pieces, on a thread of its own when
+/// the process may use two CPUs; the events arrive on the calling thread.
+/// Throws std::runtime_error naming the input and the line.
 void StreamXmlText(Input& input, XmlEvents& events);
 /// The same, with strings of the visitor's own.
 void StreamXmlText(Input& input, TreeVisitor& visitor);

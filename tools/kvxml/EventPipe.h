@@ -1,0 +1,98 @@
+// EventPipe.h - expat's events as records in blocks, replayed as XmlEvents on the writing thread.
+//
+// Converting XML text costs about as much in expat as in the writer; with
+// a second core the two overlap. The parsing side only copies what expat
+// reports into a block, a bounded number of blocks in flight, so a
+// document of any size passes in bounded memory; the writing side splits
+// the names and calls the events with views into the block. With one CPU
+// each block is replayed on the parsing thread as it fills.
+#pragma once
+
+#include <condition_variable>
+#include <cstddef>
+#include <deque>
+#include <exception>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "TreeStreamer.h"
+
+namespace kvxml_cli {
+
+/// Between a namespace URI and the local name in the names expat reports.
+constexpr char kNameSeparator = '\x01';
+
+class EventPipe {
+public:
+    /// `threaded`: Replay() runs on another thread than the recording.
+    EventPipe(XmlEvents& target, bool threaded);
+    ~EventPipe();
+    EventPipe(const EventPipe&) = delete;
+    EventPipe& operator=(const EventPipe&) = delete;
+
+    // The parsing side, with expat's own strings. Once the writing side
+    // has given up, the next block it waits for throws instead.
+    void Namespace(const char* prefix, const char* uri);
+    void StartTag(const char* name, const char** attributes);
+    /// A piece of text; pieces in a row make one Text event.
+    void Text(const char* data, std::size_t length);
+    void EndTag();
+    /// The parsing side's last call: hands on what is left, and why it
+    /// stopped (null when the document ended).
+    void Close(std::exception_ptr failure);
+
+    /// The writing side when threaded: every event recorded, in order,
+    /// until Close; then rethrows the parser's failure.
+    void Replay();
+    /// The writing side, after a failure of its own.
+    void Cancel();
+
+private:
+    class Block;
+
+    char* Reserve(std::size_t size);
+    void NextBlock(std::size_t needed);
+    std::unique_ptr<Block> TakeFree(std::size_t capacity);
+    void Publish(std::unique_ptr<Block> block);
+    void ReplayBlock(const Block& block);
+
+    XmlEvents& m_target;
+    const bool m_threaded;
+
+    // Parsing side only.
+    std::unique_ptr<Block> m_block;
+    std::size_t m_openText;  // offset of the text record still growing, or kNoText
+    // A start tag names its namespaces once, in a table the writing side
+    // keeps until a tag brings another: most tags bring none.
+    struct Name {
+        std::size_t uri;  // 1-based in the table sent; 0: no namespace
+        std::string_view uriText;
+        const char* local;
+        std::size_t localLength;
+    };
+    /// False when the name's namespace is not in the table sent last.
+    bool AddName(const char* name);
+    /// Makes a table of the tag's own namespaces, to send with it.
+    void SendNewUris();
+    std::vector<std::string_view> m_tagUris;
+    std::vector<std::string> m_sentUris;
+    std::vector<Name> m_names;
+    std::vector<std::size_t> m_valueLengths;
+
+    // Shared when threaded.
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::deque<std::unique_ptr<Block>> m_full;
+    std::vector<std::unique_ptr<Block>> m_free;
+    bool m_closed = false;
+    bool m_cancelled = false;
+    std::exception_ptr m_failure;
+
+    // Writing side only.
+    std::vector<std::string> m_heldUris;
+};
+
+}  // namespace kvxml_cli
