@@ -153,7 +153,29 @@ void EventPipe::SendNewUris() {
     }
 }
 
+bool EventPipe::StartTagWithoutAttributes(const char* name) {
+    const char* cut = std::strchr(name, kNameSeparator);
+    const char* local = name;
+    std::size_t uri = 0;
+    if (cut) {
+        const std::string_view uriText(name, static_cast<std::size_t>(cut - name));
+        const std::size_t searched = std::min(m_sentUris.size(), kSearchedUris);
+        while (uri < searched && m_sentUris[uri] != uriText) ++uri;
+        if (uri == searched) return false;
+        ++uri;
+        local = cut + 1;
+    }
+    const std::size_t localLength = std::strlen(local);
+    char* at = Reserve(3 + VarintSize(uri) + BytesSize(localLength));
+    *at++ = kStart;
+    *at++ = 0;  // the namespaces held
+    *at++ = 0;  // no attributes
+    PutBytes(PutVarint(at, uri), local, localLength);
+    return true;
+}
+
 void EventPipe::StartTag(const char* name, const char** attributes) {
+    if (!*attributes && StartTagWithoutAttributes(name)) return;
     m_names.clear();
     m_valueLengths.clear();
     bool held = AddName(name);

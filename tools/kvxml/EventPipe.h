@@ -62,8 +62,12 @@ private:
     XmlEvents& m_target;
     const bool m_threaded;
 
+    // Each side's state on cache lines of its own: the sides touch theirs
+    // at every event, and sharing a line would make the cores trade it.
+    static constexpr std::size_t kCacheLine = 64;
+
     // Parsing side only.
-    std::unique_ptr<Block> m_block;
+    alignas(kCacheLine) std::unique_ptr<Block> m_block;
     std::size_t m_openText;  // offset of the text record still growing, or kNoText
     // A start tag names its namespaces once, in a table the writing side
     // keeps until a tag brings another: most tags bring none.
@@ -73,6 +77,9 @@ private:
         const char* local;
         std::size_t localLength;
     };
+    /// Most tags: false (and nothing recorded) unless the tag has no
+    /// attributes and a namespace the writing side holds, or none.
+    bool StartTagWithoutAttributes(const char* name);
     /// False when the name's namespace is not in the table sent last.
     bool AddName(const char* name);
     /// Makes a table of the tag's own namespaces, to send with it.
@@ -83,7 +90,7 @@ private:
     std::vector<std::size_t> m_valueLengths;
 
     // Shared when threaded.
-    std::mutex m_mutex;
+    alignas(kCacheLine) std::mutex m_mutex;
     std::condition_variable m_changed;
     std::deque<std::unique_ptr<Block>> m_full;
     std::vector<std::unique_ptr<Block>> m_free;
@@ -92,7 +99,7 @@ private:
     std::exception_ptr m_failure;
 
     // Writing side only.
-    std::vector<std::string> m_heldUris;
+    alignas(kCacheLine) std::vector<std::string> m_heldUris;
 };
 
 }  // namespace kvxml_cli
