@@ -122,20 +122,23 @@ void EventPipe::Namespace(const char* prefix, const char* uri) {
     PutBytes(PutBytes(at, prefix, prefixLength), uri, uriLength);
 }
 
+std::size_t EventPipe::HeldUri(std::string_view uri) const {
+    const std::size_t searched = std::min(m_sentUris.size(), kSearchedUris);
+    for (std::size_t index = 0; index < searched; ++index)
+        if (m_sentUris[index] == uri) return index + 1;
+    return 0;
+}
+
 bool EventPipe::AddName(const char* name) {
     const char* cut = std::strchr(name, kNameSeparator);
     if (!cut) {
         m_names.push_back({0, {}, name, std::strlen(name)});
         return true;
     }
-    // Most tags use namespaces the writing side holds already.
     const std::string_view uri(name, static_cast<std::size_t>(cut - name));
-    std::size_t index = 0;
-    const std::size_t searched = std::min(m_sentUris.size(), kSearchedUris);
-    while (index < searched && m_sentUris[index] != uri) ++index;
-    const bool held = index < searched;
-    m_names.push_back({held ? index + 1 : 0, uri, cut + 1, std::strlen(cut + 1)});
-    return held;
+    const std::size_t held = HeldUri(uri);
+    m_names.push_back({held, uri, cut + 1, std::strlen(cut + 1)});
+    return held != 0;
 }
 
 void EventPipe::SendNewUris() {
@@ -153,32 +156,20 @@ void EventPipe::SendNewUris() {
     }
 }
 
-bool EventPipe::StartTagWithoutAttributes(const char* name) {
-    const char* cut = std::strchr(name, kNameSeparator);
-    const char* local = name;
-    std::size_t uri = 0;
-    if (cut) {
-        const std::string_view uriText(name, static_cast<std::size_t>(cut - name));
-        const std::size_t searched = std::min(m_sentUris.size(), kSearchedUris);
-        while (uri < searched && m_sentUris[uri] != uriText) ++uri;
-        if (uri == searched) return false;
-        ++uri;
-        local = cut + 1;
-    }
-    const std::size_t localLength = std::strlen(local);
-    char* at = Reserve(3 + VarintSize(uri) + BytesSize(localLength));
-    *at++ = kStart;
-    *at++ = 0;  // the namespaces held
-    *at++ = 0;  // no attributes
-    PutBytes(PutVarint(at, uri), local, localLength);
-    return true;
-}
-
 void EventPipe::StartTag(const char* name, const char** attributes) {
-    if (!*attributes && StartTagWithoutAttributes(name)) return;
     m_names.clear();
     m_valueLengths.clear();
     bool held = AddName(name);
+    if (held && !*attributes) {
+        // Most tags: no attributes, and a namespace the writing side holds.
+        const Name& element = m_names.front();
+        char* at = Reserve(3 + VarintSize(element.uri) + BytesSize(element.localLength));
+        *at++ = kStart;
+        *at++ = 0;  // the namespaces held
+        *at++ = 0;  // no attributes
+        PutBytes(PutVarint(at, element.uri), element.local, element.localLength);
+        return;
+    }
     for (const char** part = attributes; *part; part += 2) {
         held &= AddName(part[0]);
         m_valueLengths.push_back(std::strlen(part[1]));

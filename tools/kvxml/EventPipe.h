@@ -77,9 +77,8 @@ private:
         const char* local;
         std::size_t localLength;
     };
-    /// Most tags: false (and nothing recorded) unless the tag has no
-    /// attributes and a namespace the writing side holds, or none.
-    bool StartTagWithoutAttributes(const char* name);
+    /// 1-based place of `uri` in the table sent last; 0 when not there.
+    std::size_t HeldUri(std::string_view uri) const;
     /// False when the name's namespace is not in the table sent last.
     bool AddName(const char* name);
     /// Makes a table of the tag's own namespaces, to send with it.
