@@ -352,6 +352,10 @@ void FIEncoder::QualifiedName(uint8_t bits, uint8_t literalBits, const FIQName& 
                               bool elementIndex, FINameCache& cache) {
     const bool hasPrefix = !name.namespaceName.empty() && !name.prefix.empty();  // a prefix needs a namespace
     const FINameCache::Key key = {hasPrefix ? name.prefix : std::string_view(), name.namespaceName, name.localName};
+    if (const uint32_t cached = cache.FindFollower(key)) {
+        WriteNameIndex(bits, cached, elementIndex);
+        return;
+    }
     const uint64_t hash = FINameCache::Hash(key);
     if (const uint32_t cached = cache.Find(hash, key)) {
         WriteNameIndex(bits, cached, elementIndex);

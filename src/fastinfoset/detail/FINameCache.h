@@ -54,27 +54,44 @@ public:
         return sum ^ (sum >> 32);
     }
 
+    /// The index of the key when it is the one that followed the key found
+    /// last, the time before; else 0. No hash: a data document repeats its
+    /// sequences of names.
+    uint32_t FindFollower(const Key& key) {
+        if (m_last == kNoSlot) return 0;
+        const uint32_t next = m_next[m_last];
+        if (next == kNoSlot || !Matches(m_slots[next], key)) return 0;
+        m_last = next;
+        return m_slots[next].index;
+    }
+
     /// The index cached for the key with this hash, or 0.
-    uint32_t Find(uint64_t hash, const Key& key) const {
+    uint32_t Find(uint64_t hash, const Key& key) {
         const std::size_t mask = m_slots.size() - 1;
         for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
             const Slot& slot = m_slots[at];
             if (slot.index == 0) return 0;
-            if (slot.hash == hash && Matches(slot, key)) return slot.index;
+            if (slot.hash == hash && Matches(slot, key)) {
+                Follow(static_cast<uint32_t>(at));
+                return slot.index;
+            }
         }
     }
 
     /// `stored` views the vocabulary's copies of the parts, which must
     /// outlive the cache. Index 0 (a full table) is not cached.
     void Add(uint64_t hash, uint32_t index, const Key& stored) {
-        if (m_used >= kMaxEntries || index == 0) return;
+        if (m_used >= kMaxEntries || index == 0) {
+            m_last = kNoSlot;
+            return;
+        }
         if (2 * (m_used + 1) > m_slots.size()) Grow();
         Slot slot{hash, index, {}, {}};
         for (std::size_t i = 0; i < kParts; ++i) {
             slot.sizes[i] = static_cast<uint32_t>(stored[i].size());
             slot.data[i] = stored[i].data();
         }
-        Insert(slot);
+        Follow(Insert(slot));
         ++m_used;
     }
 
@@ -119,20 +136,32 @@ private:
         }
         return true;
     }
-    void Insert(const Slot& slot) {
+    uint32_t Insert(const Slot& slot) {
         const std::size_t mask = m_slots.size() - 1;
         std::size_t at = slot.hash & mask;
         while (m_slots[at].index != 0) at = (at + 1) & mask;
         m_slots[at] = slot;
+        return static_cast<uint32_t>(at);
     }
     void Grow() {
         std::vector<Slot> old(2 * m_slots.size(), Slot{});
         old.swap(m_slots);
         for (const Slot& slot : old)
             if (slot.index) Insert(slot);
+        // The slots moved: sequences are learnt again.
+        m_next.assign(m_slots.size(), kNoSlot);
+        m_last = kNoSlot;
+    }
+    // The slot found or added now follows the one before it.
+    void Follow(uint32_t slot) {
+        if (m_last != kNoSlot) m_next[m_last] = slot;
+        m_last = slot;
     }
 
+    static constexpr uint32_t kNoSlot = UINT32_MAX;
     std::vector<Slot> m_slots = std::vector<Slot>(64, Slot{});
+    std::vector<uint32_t> m_next = std::vector<uint32_t>(64, kNoSlot);
+    uint32_t m_last = kNoSlot;
     std::size_t m_used = 0;
 };
 
