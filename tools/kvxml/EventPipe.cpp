@@ -1,8 +1,10 @@
 // EventPipe.cpp - records in blocks: a kind octet, then lengths and bytes.
 //
-// A start tag is one record (name, attribute count, then each attribute's
-// name and value), so the views its events hand out stay in one block
-// until EndStartTag. A text record grows while expat delivers pieces.
+// A start tag is one record: its namespace table (0 for the one held),
+// the attribute count, then each name as a table place and a local name,
+// an attribute's with its value. So the views its events hand out stay in
+// one block until EndStartTag. A text record grows while expat delivers
+// pieces.
 #include "EventPipe.h"
 
 #include <algorithm>

@@ -1,11 +1,11 @@
 // EventPipe.h - expat's events as records in blocks, replayed as XmlEvents on the writing thread.
 //
 // Converting XML text costs about as much in expat as in the writer; with
-// a second core the two overlap. The parsing side only copies what expat
-// reports into a block, a bounded number of blocks in flight, so a
-// document of any size passes in bounded memory; the writing side splits
-// the names and calls the events with views into the block. With one CPU
-// each block is replayed on the parsing thread as it fills.
+// a second core the two overlap. The parsing side copies each event into
+// a block, a bounded number of blocks in flight, so a document of any size
+// passes in bounded memory; the writing side calls the events with views
+// into the block. With one CPU each block is replayed on the parsing
+// thread as it fills.
 #pragma once
 
 #include <condition_variable>
@@ -33,8 +33,9 @@ public:
     EventPipe(const EventPipe&) = delete;
     EventPipe& operator=(const EventPipe&) = delete;
 
-    // The parsing side, with expat's own strings. Once the writing side
-    // has given up, the next block it waits for throws instead.
+    // The parsing side, with expat's own strings (names as
+    // "uri<kNameSeparator>local"). Once the writing side has given up, the
+    // next block it waits for throws instead.
     void Namespace(const char* prefix, const char* uri);
     void StartTag(const char* name, const char** attributes);
     /// A piece of text; pieces in a row make one Text event.
@@ -52,12 +53,26 @@ public:
 
 private:
     class Block;
+    // A name split at the separator; `uri` is its place in the namespace
+    // table (1-based; 0: no namespace).
+    struct Name {
+        std::size_t uri;
+        std::string_view uriText;
+        const char* local;
+        std::size_t localLength;
+    };
 
     char* Reserve(std::size_t size);
     void NextBlock(std::size_t needed);
     std::unique_ptr<Block> TakeFree(std::size_t capacity);
     void Publish(std::unique_ptr<Block> block);
     void ReplayBlock(const Block& block);
+    /// False when the name's namespace is not in the table sent last.
+    bool AddName(const char* name);
+    /// 1-based place of `uri` in the table sent last; 0 when not there.
+    std::size_t HeldUri(std::string_view uri) const;
+    /// Makes a table of the tag's own namespaces, to send with it.
+    void SendNewUris();
 
     XmlEvents& m_target;
     const bool m_threaded;
@@ -66,27 +81,14 @@ private:
     // at every event, and sharing a line would make the cores trade it.
     static constexpr std::size_t kCacheLine = 64;
 
-    // Parsing side only.
+    // Parsing side only. A start tag names its namespaces once, in a table
+    // the writing side keeps until a tag brings another: most bring none.
     alignas(kCacheLine) std::unique_ptr<Block> m_block;
     std::size_t m_openText;  // offset of the text record still growing, or kNoText
-    // A start tag names its namespaces once, in a table the writing side
-    // keeps until a tag brings another: most tags bring none.
-    struct Name {
-        std::size_t uri;  // 1-based in the table sent; 0: no namespace
-        std::string_view uriText;
-        const char* local;
-        std::size_t localLength;
-    };
-    /// 1-based place of `uri` in the table sent last; 0 when not there.
-    std::size_t HeldUri(std::string_view uri) const;
-    /// False when the name's namespace is not in the table sent last.
-    bool AddName(const char* name);
-    /// Makes a table of the tag's own namespaces, to send with it.
-    void SendNewUris();
-    std::vector<std::string_view> m_tagUris;
-    std::vector<std::string> m_sentUris;
     std::vector<Name> m_names;
     std::vector<std::size_t> m_valueLengths;
+    std::vector<std::string_view> m_tagUris;
+    std::vector<std::string> m_sentUris;
 
     // Shared when threaded.
     alignas(kCacheLine) std::mutex m_mutex;
@@ -97,7 +99,7 @@ private:
     bool m_cancelled = false;
     std::exception_ptr m_failure;
 
-    // Writing side only.
+    // Writing side only: the namespace table.
     alignas(kCacheLine) std::vector<std::string> m_heldUris;
 };
 
