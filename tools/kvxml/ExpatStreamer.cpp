@@ -6,6 +6,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <thread>
 
 #include "EventPipe.h"
@@ -108,24 +109,26 @@ private:
 
 }  // namespace
 
-void StreamXmlText(Input& input, XmlEvents& events) {
-    if (!MayUseTwoCpus()) {
-        EventPipe pipe(events, false);
-        Parse(input, pipe);
-        pipe.Close(nullptr);
-        return;
-    }
-    // Expat on a thread of its own; the events reach `events` here.
+namespace {
+
+// Expat on a thread of its own; the events reach `events` here. False
+// when no thread could be started: nothing has been read then.
+bool StreamAside(Input& input, XmlEvents& events) {
     EventPipe pipe(events, true);
-    std::thread parser([&input, &pipe] {
-        std::exception_ptr failure;
-        try {
-            Parse(input, pipe);
-        } catch (...) {
-            failure = std::current_exception();
-        }
-        pipe.Close(failure);
-    });
+    std::thread parser;
+    try {
+        parser = std::thread([&input, &pipe] {
+            std::exception_ptr failure;
+            try {
+                Parse(input, pipe);
+            } catch (...) {
+                failure = std::current_exception();
+            }
+            pipe.Close(failure);
+        });
+    } catch (const std::system_error&) {
+        return false;
+    }
     try {
         pipe.Replay();
     } catch (...) {
@@ -134,6 +137,16 @@ void StreamXmlText(Input& input, XmlEvents& events) {
         throw;
     }
     parser.join();
+    return true;
+}
+
+}  // namespace
+
+void StreamXmlText(Input& input, XmlEvents& events) {
+    if (MayUseTwoCpus() && StreamAside(input, events)) return;
+    EventPipe pipe(events, false);
+    Parse(input, pipe);
+    pipe.Close(nullptr);
 }
 
 void StreamXmlText(Input& input, TreeVisitor& visitor) {
