@@ -66,6 +66,7 @@ cmp -s big.fi big-again.fi || fail "a document of many blocks encodes differentl
 if taskset -c 0 true 2>/dev/null; then
   expect_status 0 taskset -c 0 "$kvxml" convert big.xml big-one-cpu.fi
   cmp -s big.fi big-one-cpu.fi || fail "on one CPU the document encodes differently"
+  expect_status 1 taskset -c 0 "$kvxml" convert big.xml /dev/full
 fi
 echo kept >old.fi
 head -c 3000000 big.xml >cut-big.xml

@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <cstring>
+#include <stdexcept>
 #include <unordered_set>
 
 #include "Input.h"
@@ -252,6 +253,10 @@ void Convert(const ConvertOptions& options) {
             visitor.DrainAll();
         }
         output.Finish();
+    } catch (const CKvException& error) {
+        // A writer's refusal, named like every other failure.
+        output.Discard();
+        throw std::runtime_error(input.Name() + ": " + error.GetMessage());
     } catch (...) {
         output.Discard();
         throw;

@@ -20,7 +20,8 @@ struct ConvertOptions {
 };
 
 /// Converts IN to OUT without holding either document whole. Throws
-/// std::runtime_error naming the file; a partly written OUT is removed.
+/// std::runtime_error naming the file; a failed conversion leaves OUT as
+/// it was.
 void Convert(const ConvertOptions& options);
 
 /// Prints format, compression, size, counts and vocabulary sizes.

@@ -3,6 +3,7 @@
 #include <sched.h>
 
 #include <algorithm>
+#include <exception>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -22,43 +23,70 @@ struct ParserFree {
     void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
 };
 
+// Exceptions must not cross expat's frames (the parser could not be freed
+// after one): the first is kept, expat is stopped, and the events it still
+// delivers are dropped.
 class ExpatRecorder {
 public:
-    explicit ExpatRecorder(EventPipe& pipe) : m_pipe(pipe) {}
+    ExpatRecorder(XML_Parser parser, EventPipe& pipe) : m_parser(parser), m_pipe(pipe) {}
 
     static void XMLCALL OnStart(void* self, const XML_Char* name, const XML_Char** attributes) {
         auto* recorder = static_cast<ExpatRecorder*>(self);
-        recorder->m_rootStarted = true;
-        recorder->m_pipe.StartTag(name, attributes);
+        recorder->Guarded([=] {
+            recorder->m_rootStarted = true;
+            recorder->m_pipe.StartTag(name, attributes);
+        });
     }
     static void XMLCALL OnEnd(void* self, const XML_Char* /*name*/) {
-        static_cast<ExpatRecorder*>(self)->m_pipe.EndTag();
+        auto* recorder = static_cast<ExpatRecorder*>(self);
+        recorder->Guarded([=] { recorder->m_pipe.EndTag(); });
     }
     static void XMLCALL OnNamespace(void* self, const XML_Char* prefix, const XML_Char* uri) {
         auto* recorder = static_cast<ExpatRecorder*>(self);
         // Default declarations and undeclarations are left to the writer.
-        if (!recorder->m_rootStarted && prefix && uri && *uri) recorder->m_pipe.Namespace(prefix, uri);
+        if (recorder->m_rootStarted || !prefix || !uri || !*uri) return;
+        recorder->Guarded([=] { recorder->m_pipe.Namespace(prefix, uri); });
     }
     static void XMLCALL OnText(void* self, const XML_Char* text, int length) {
-        static_cast<ExpatRecorder*>(self)->m_pipe.Text(text, static_cast<std::size_t>(length));
+        auto* recorder = static_cast<ExpatRecorder*>(self);
+        recorder->Guarded([=] { recorder->m_pipe.Text(text, static_cast<std::size_t>(length)); });
+    }
+
+    /// After expat stopped: what stopped it, unless expat itself did.
+    void RethrowFailure() const {
+        if (m_failure) std::rethrow_exception(m_failure);
     }
 
 private:
+    template <typename Handle>
+    void Guarded(Handle&& handle) {
+        if (m_failure) return;
+        try {
+            handle();
+        } catch (...) {
+            m_failure = std::current_exception();
+            XML_StopParser(m_parser, XML_FALSE);
+        }
+    }
+
+    XML_Parser m_parser;
     EventPipe& m_pipe;
     bool m_rootStarted = false;
+    std::exception_ptr m_failure;
 };
 
-void Feed(XML_Parser parser, const Input& input, const char* data, std::size_t size, bool last) {
-    if (XML_Parse(parser, data, static_cast<int>(size), last) != XML_STATUS_OK) {
-        throw std::runtime_error(input.Name() + ": " + XML_ErrorString(XML_GetErrorCode(parser)) + " at line " +
-                                 std::to_string(XML_GetCurrentLineNumber(parser)));
-    }
+void Feed(XML_Parser parser, const ExpatRecorder& recorder, const Input& input, const char* data, std::size_t size,
+          bool last) {
+    if (XML_Parse(parser, data, static_cast<int>(size), last) == XML_STATUS_OK) return;
+    recorder.RethrowFailure();
+    throw std::runtime_error(input.Name() + ": " + XML_ErrorString(XML_GetErrorCode(parser)) + " at line " +
+                             std::to_string(XML_GetCurrentLineNumber(parser)));
 }
 
 void Parse(Input& input, EventPipe& pipe) {
     const std::unique_ptr<XML_ParserStruct, ParserFree> parser(XML_ParserCreateNS(nullptr, kNameSeparator));
     if (!parser) throw std::runtime_error(input.Name() + ": out of memory");
-    ExpatRecorder recorder(pipe);
+    ExpatRecorder recorder(parser.get(), pipe);
     XML_SetUserData(parser.get(), &recorder);
     XML_SetElementHandler(parser.get(), &ExpatRecorder::OnStart, &ExpatRecorder::OnEnd);
     XML_SetCharacterDataHandler(parser.get(), &ExpatRecorder::OnText);
@@ -68,11 +96,11 @@ void Parse(Input& input, EventPipe& pipe) {
     while (input.Next(data, size)) {
         for (std::size_t done = 0; done < size;) {
             const std::size_t piece = std::min(size - done, kPiece);
-            Feed(parser.get(), input, reinterpret_cast<const char*>(data) + done, piece, false);
+            Feed(parser.get(), recorder, input, reinterpret_cast<const char*>(data) + done, piece, false);
             done += piece;
         }
     }
-    Feed(parser.get(), input, nullptr, 0, true);
+    Feed(parser.get(), recorder, input, nullptr, 0, true);
 }
 
 bool MayUseTwoCpus() {
