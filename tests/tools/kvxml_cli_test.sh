@@ -49,6 +49,24 @@ expect_status 0 "$kvxml" convert ns.fi ns-back.xml
 grep -q '<r xmlns="urn:d" xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance" xmlns:a="urn:a" a:one="1" p="x"><a:e a:k="w" xsi:type="a:T">' ns-back.xml ||
   fail "the root's prefixes were not kept: $(cat ns-back.xml)"
 
+# The converter resolves prefixes itself: a prefix rebound and restored,
+# a default namespace undeclared and redeclared, two prefixes of one
+# namespace; namespace errors keep expat's wording and line.
+printf '<r xmlns="urn:d" xmlns:p="urn:1"><p:a><p:b xmlns:p="urn:2" p:x="1"><p:c/></p:b><p:d p:y="2"/></p:a><e xmlns=""><f/></e><h xmlns="urn:h"><i/></h><j xml:lang="en"/><k xmlns:q="urn:1" q:z="3" p:w="4"/></r>' >scopes.xml
+expect_status 0 "$kvxml" convert scopes.xml scopes.fi
+expect_status 0 "$kvxml" convert scopes.fi scopes-back.xml
+grep -qxF '<r xmlns="urn:d" xmlns:p="urn:1" xmlns:AA="urn:2"><p:a><AA:b AA:x="1"><AA:c/></AA:b><p:d p:y="2"/></p:a><e xmlns=""><f/></e><AB:h xmlns:AB="urn:h"><AB:i/></AB:h><j xml:lang="en"/><k p:z="3" p:w="4"/></r>' scopes-back.xml ||
+  fail "prefix scopes: $(cat scopes-back.xml)"
+printf '<r>\n<a:b/></r>' >unbound.xml
+printf '<r xmlns:p="u" xmlns:q="u">\n<e p:x="1" q:x="2"/></r>' >twice.xml
+printf '<r xmlns:p="u">\n<e xmlns:p=""/></r>' >undeclared.xml
+printf '<r>\n<a:b:c/></r>' >colons.xml
+for case in "unbound.xml:unbound prefix" "twice.xml:duplicate attribute" \
+            "undeclared.xml:must not undeclare prefix" "colons.xml:not well-formed (invalid token)"; do
+  expect_status 1 "$kvxml" convert "${case%%:*}" out.fi
+  grep -qx "kvxml: ${case%%:*}: ${case#*:} at line 2" err.txt || fail "${case%%:*}: $(cat err.txt)"
+done
+
 # Expat runs on a thread of its own and hands its events over in blocks. A
 # text longer than a block, a start tag with more namespaces than a block
 # looks up, and more blocks than may wait encode as on one CPU and as from

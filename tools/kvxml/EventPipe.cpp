@@ -116,88 +116,90 @@ char* EventPipe::Reserve(std::size_t size) {
     return m_block->Grow(size);
 }
 
-void EventPipe::Namespace(const char* prefix, const char* uri) {
-    const std::size_t prefixLength = std::strlen(prefix);
-    const std::size_t uriLength = std::strlen(uri);
-    char* at = Reserve(1 + BytesSize(prefixLength) + BytesSize(uriLength));
+void EventPipe::Namespace(std::string_view prefix, std::string_view uri) {
+    char* at = Reserve(1 + BytesSize(prefix.size()) + BytesSize(uri.size()));
     *at++ = kNamespace;
-    PutBytes(PutBytes(at, prefix, prefixLength), uri, uriLength);
+    PutBytes(PutBytes(at, prefix.data(), prefix.size()), uri.data(), uri.size());
 }
 
-std::size_t EventPipe::HeldUri(std::string_view uri) const {
+std::size_t EventPipe::HeldUri(std::string_view uri, bool sameScope) const {
     const std::size_t searched = std::min(m_sentUris.size(), kSearchedUris);
+    if (sameScope) {
+        for (std::size_t index = 0; index < searched; ++index)
+            if (m_sentAddresses[index] == uri.data()) return index + 1;
+    }
     for (std::size_t index = 0; index < searched; ++index)
         if (m_sentUris[index] == uri) return index + 1;
     return 0;
 }
 
-bool EventPipe::AddName(const char* name) {
-    const char* cut = std::strchr(name, kNameSeparator);
-    if (!cut) {
-        m_names.push_back({0, {}, name, std::strlen(name)});
-        return true;
-    }
-    const std::string_view uri(name, static_cast<std::size_t>(cut - name));
-    const std::size_t held = HeldUri(uri);
-    m_names.push_back({held, uri, cut + 1, std::strlen(cut + 1)});
-    return held != 0;
-}
-
-void EventPipe::SendNewUris() {
+void EventPipe::SendNewUris(const TagName* names, std::size_t count) {
     m_tagUris.clear();
-    for (Name& part : m_names) {
-        if (part.uriText.empty()) continue;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (names[i].uri.empty()) continue;
         std::size_t index = 0;
         const std::size_t searched = std::min(m_tagUris.size(), kSearchedUris);
-        while (index < searched && m_tagUris[index] != part.uriText) ++index;
+        while (index < searched && m_tagUris[index] != names[i].uri) ++index;
         if (index == searched) {
             index = m_tagUris.size();
-            m_tagUris.push_back(part.uriText);
+            m_tagUris.push_back(names[i].uri);
         }
-        part.uri = index + 1;
+        m_uriIndexes[i] = index + 1;
     }
 }
 
-void EventPipe::StartTag(const char* name, const char** attributes) {
-    m_names.clear();
-    m_valueLengths.clear();
-    bool held = AddName(name);
-    if (held && !*attributes) {
-        // Most tags: no attributes, and a namespace the writing side holds.
-        const Name& element = m_names.front();
-        char* at = Reserve(3 + VarintSize(element.uri) + BytesSize(element.localLength));
-        *at++ = kStart;
-        *at++ = 0;  // the namespaces held
-        *at++ = 0;  // no attributes
-        PutBytes(PutVarint(at, element.uri), element.local, element.localLength);
-        return;
+void EventPipe::StartTag(const TagName* names, std::size_t count, uint64_t scope) {
+    const bool sameScope = scope == m_sentScope;
+    if (count == 1) {
+        // Most tags: no attributes, a namespace the writing side holds.
+        const TagName& element = names[0];
+        const std::size_t index = element.uri.empty() ? 0 : HeldUri(element.uri, sameScope);
+        if (index != 0 || element.uri.empty()) {
+            char* at = Reserve(3 + VarintSize(index) + BytesSize(element.local.size()));
+            *at++ = kStart;
+            *at++ = 0;  // the namespaces held
+            *at++ = 0;  // no attributes
+            PutBytes(PutVarint(at, index), element.local.data(), element.local.size());
+            return;
+        }
     }
-    for (const char** part = attributes; *part; part += 2) {
-        held &= AddName(part[0]);
-        m_valueLengths.push_back(std::strlen(part[1]));
+    m_uriIndexes.clear();
+    bool held = true;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t index = names[i].uri.empty() ? 0 : HeldUri(names[i].uri, sameScope);
+        held = held && (index != 0 || names[i].uri.empty());
+        m_uriIndexes.push_back(index);
     }
-    if (!held) SendNewUris();
+    if (!held) SendNewUris(names, count);
 
     // Sizes first: the whole tag goes into one block.
-    std::size_t size = 1 + VarintSize(held ? 0 : m_tagUris.size() + 1) + VarintSize(m_valueLengths.size());
+    std::size_t size = 1 + VarintSize(held ? 0 : m_tagUris.size() + 1) + VarintSize(count - 1);
     if (!held)
         for (const std::string_view uri : m_tagUris) size += BytesSize(uri.size());
-    for (const Name& part : m_names) size += VarintSize(part.uri) + BytesSize(part.localLength);
-    for (const std::size_t length : m_valueLengths) size += BytesSize(length);
+    for (std::size_t i = 0; i < count; ++i) {
+        size += VarintSize(m_uriIndexes[i]) + BytesSize(names[i].local.size());
+        if (i != 0) size += BytesSize(names[i].value.size());
+    }
 
     char* at = Reserve(size);
     *at++ = kStart;
     // 0: the namespaces the writing side holds; else their count + 1 and each.
     at = PutVarint(at, held ? 0 : m_tagUris.size() + 1);
     if (!held) {
-        for (const std::string_view uri : m_tagUris) at = PutBytes(at, uri.data(), uri.size());
-        m_sentUris.assign(m_tagUris.begin(), m_tagUris.end());
+        m_sentUris.clear();
+        m_sentAddresses.clear();
+        for (const std::string_view uri : m_tagUris) {
+            at = PutBytes(at, uri.data(), uri.size());
+            m_sentUris.emplace_back(uri);
+            m_sentAddresses.push_back(uri.data());
+        }
+        m_sentScope = scope;
     }
-    at = PutVarint(at, m_valueLengths.size());
-    for (std::size_t i = 0; i < m_names.size(); ++i) {
-        at = PutVarint(at, m_names[i].uri);
-        at = PutBytes(at, m_names[i].local, m_names[i].localLength);
-        if (i != 0) at = PutBytes(at, attributes[2 * i - 1], m_valueLengths[i - 1]);
+    at = PutVarint(at, count - 1);
+    for (std::size_t i = 0; i < count; ++i) {
+        at = PutVarint(at, m_uriIndexes[i]);
+        at = PutBytes(at, names[i].local.data(), names[i].local.size());
+        if (i != 0) at = PutBytes(at, names[i].value.data(), names[i].value.size());
     }
 }
 

@@ -10,6 +10,7 @@
 
 #include <condition_variable>
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <exception>
 #include <memory>
@@ -22,9 +23,6 @@
 
 namespace kvxml_cli {
 
-/// Between a namespace URI and the local name in the names expat reports.
-constexpr char kNameSeparator = '\x01';
-
 class EventPipe {
 public:
     /// `threaded`: Replay() runs on another thread than the recording.
@@ -33,11 +31,20 @@ public:
     EventPipe(const EventPipe&) = delete;
     EventPipe& operator=(const EventPipe&) = delete;
 
-    // The parsing side, with expat's own strings (names as
-    // "uri<kNameSeparator>local"). Once the writing side has given up, the
-    // next block it waits for throws instead.
-    void Namespace(const char* prefix, const char* uri);
-    void StartTag(const char* name, const char** attributes);
+    /// A name as the parsing side resolved it; an attribute's with its value.
+    struct TagName {
+        std::string_view uri;  // "" for none
+        std::string_view local;
+        std::string_view value;
+    };
+
+    // The parsing side. Once the writing side has given up, the next block
+    // it waits for throws instead.
+    void Namespace(std::string_view prefix, std::string_view uri);
+    /// The element's name, then its attributes'. While `scope` stays the
+    /// same, a namespace string keeps its address and text, so a known one
+    /// is recognised by its address.
+    void StartTag(const TagName* names, std::size_t count, uint64_t scope);
     /// A piece of text; pieces in a row make one Text event.
     void Text(const char* data, std::size_t length);
     void EndTag();
@@ -53,26 +60,15 @@ public:
 
 private:
     class Block;
-    // A name split at the separator; `uri` is its place in the namespace
-    // table (1-based; 0: no namespace).
-    struct Name {
-        std::size_t uri;
-        std::string_view uriText;
-        const char* local;
-        std::size_t localLength;
-    };
-
     char* Reserve(std::size_t size);
     void NextBlock(std::size_t needed);
     std::unique_ptr<Block> TakeFree(std::size_t capacity);
     void Publish(std::unique_ptr<Block> block);
     void ReplayBlock(const Block& block);
-    /// False when the name's namespace is not in the table sent last.
-    bool AddName(const char* name);
     /// 1-based place of `uri` in the table sent last; 0 when not there.
-    std::size_t HeldUri(std::string_view uri) const;
+    std::size_t HeldUri(std::string_view uri, bool sameScope) const;
     /// Makes a table of the tag's own namespaces, to send with it.
-    void SendNewUris();
+    void SendNewUris(const TagName* names, std::size_t count);
 
     XmlEvents& m_target;
     const bool m_threaded;
@@ -85,10 +81,11 @@ private:
     // the writing side keeps until a tag brings another: most bring none.
     alignas(kCacheLine) std::unique_ptr<Block> m_block;
     std::size_t m_openText;  // offset of the text record still growing, or kNoText
-    std::vector<Name> m_names;
-    std::vector<std::size_t> m_valueLengths;
+    std::vector<std::size_t> m_uriIndexes;  // each name's place in the table
     std::vector<std::string_view> m_tagUris;
     std::vector<std::string> m_sentUris;
+    std::vector<const char*> m_sentAddresses;  // where each came from
+    uint64_t m_sentScope = 0;
 
     // Shared when threaded.
     alignas(kCacheLine) std::mutex m_mutex;

@@ -9,8 +9,11 @@
 #include <string>
 #include <system_error>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "EventPipe.h"
+#include "NamespaceScope.h"
 #include "TreeStreamer.h"
 
 namespace kvxml_cli {
@@ -23,29 +26,31 @@ struct ParserFree {
     void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
 };
 
-// Exceptions must not cross expat's frames (the parser could not be freed
-// after one): the first is kept, expat is stopped, and the events it still
-// delivers are dropped.
+std::runtime_error ParseFailure(const Input& input, XML_Error code, XML_Size line) {
+    return std::runtime_error(input.Name() + ": " + XML_ErrorString(code) + " at line " + std::to_string(line));
+}
+
+// Expat runs without namespace processing, which would build a
+// "uri<separator>local" copy of every name; the scope resolves prefixes
+// against the few bindings a document makes, with expat's checks and
+// messages. Exceptions must not cross expat's frames (the parser could not
+// be freed after one): the first is kept, expat is stopped, and the events
+// it still delivers are dropped.
 class ExpatRecorder {
 public:
-    ExpatRecorder(XML_Parser parser, EventPipe& pipe) : m_parser(parser), m_pipe(pipe) {}
+    ExpatRecorder(XML_Parser parser, const Input& input, EventPipe& pipe)
+        : m_parser(parser), m_input(input), m_pipe(pipe) {}
 
     static void XMLCALL OnStart(void* self, const XML_Char* name, const XML_Char** attributes) {
         auto* recorder = static_cast<ExpatRecorder*>(self);
-        recorder->Guarded([=] {
-            recorder->m_rootStarted = true;
-            recorder->m_pipe.StartTag(name, attributes);
-        });
+        recorder->Guarded([=] { recorder->Start(name, attributes); });
     }
     static void XMLCALL OnEnd(void* self, const XML_Char* /*name*/) {
         auto* recorder = static_cast<ExpatRecorder*>(self);
-        recorder->Guarded([=] { recorder->m_pipe.EndTag(); });
-    }
-    static void XMLCALL OnNamespace(void* self, const XML_Char* prefix, const XML_Char* uri) {
-        auto* recorder = static_cast<ExpatRecorder*>(self);
-        // Default declarations and undeclarations are left to the writer.
-        if (recorder->m_rootStarted || !prefix || !uri || !*uri) return;
-        recorder->Guarded([=] { recorder->m_pipe.Namespace(prefix, uri); });
+        recorder->Guarded([=] {
+            recorder->m_pipe.EndTag();
+            recorder->m_scope.CloseElement();
+        });
     }
     static void XMLCALL OnText(void* self, const XML_Char* text, int length) {
         auto* recorder = static_cast<ExpatRecorder*>(self);
@@ -69,8 +74,68 @@ private:
         }
     }
 
+    [[noreturn]] void Refuse(XML_Error code) const {
+        throw ParseFailure(m_input, code, XML_GetCurrentLineNumber(m_parser));
+    }
+
+    void Declare(std::string_view prefix, std::string_view uri) {
+        if (const XML_Error error = m_scope.Declare(prefix, uri); error != XML_ERROR_NONE) Refuse(error);
+        // The root's prefixes are kept; default declarations are left to the writer.
+        if (!m_rootStarted && !prefix.empty()) m_pipe.Namespace(prefix, uri);
+    }
+
+    std::string_view Resolve(std::string_view prefix) {
+        const std::string* uri = m_scope.Find(prefix);
+        if (!uri) Refuse(XML_ERROR_UNBOUND_PREFIX);
+        return *uri;
+    }
+
+    void Start(const char* name, const char** attributes) {
+        // Declarations first: they bind the element's own name too. Until
+        // resolved, a name's uri holds its prefix.
+        m_scope.OpenElement();
+        m_names.resize(1);
+        for (; *attributes; attributes += 2) {
+            EventPipe::TagName attribute{{}, {}, attributes[1]};
+            if (!SplitQName(attributes[0], attribute.uri, attribute.local)) Refuse(XML_ERROR_INVALID_TOKEN);
+            if (attribute.uri == "xmlns") {
+                Declare(attribute.local, attribute.value);
+            } else if (attribute.uri.empty() && attribute.local == "xmlns") {
+                Declare(std::string_view(), attribute.value);
+            } else {
+                m_names.push_back(attribute);
+            }
+        }
+        if (!SplitQName(name, m_names[0].uri, m_names[0].local)) Refuse(XML_ERROR_INVALID_TOKEN);
+        m_names[0].uri = Resolve(m_names[0].uri);
+        std::size_t prefixed = 0;
+        for (auto attribute = m_names.begin() + 1; attribute != m_names.end(); ++attribute) {
+            if (attribute->uri.empty()) continue;
+            attribute->uri = Resolve(attribute->uri);
+            ++prefixed;
+        }
+        if (prefixed > 1) RefuseSameExpandedNames();
+        m_rootStarted = true;
+        m_pipe.StartTag(m_names.data(), m_names.size(), m_scope.Generation());
+    }
+
+    // Expat saw distinct names; two prefixes of one namespace still make
+    // the same attribute.
+    void RefuseSameExpandedNames() {
+        m_expanded.clear();
+        for (auto attribute = m_names.begin() + 1; attribute != m_names.end(); ++attribute)
+            if (!attribute->uri.empty()) m_expanded.emplace_back(attribute->uri, attribute->local);
+        std::sort(m_expanded.begin(), m_expanded.end());
+        if (std::adjacent_find(m_expanded.begin(), m_expanded.end()) != m_expanded.end())
+            Refuse(XML_ERROR_DUPLICATE_ATTRIBUTE);
+    }
+
     XML_Parser m_parser;
+    const Input& m_input;
     EventPipe& m_pipe;
+    NamespaceScope m_scope;
+    std::vector<EventPipe::TagName> m_names;
+    std::vector<std::pair<std::string_view, std::string_view>> m_expanded;
     bool m_rootStarted = false;
     std::exception_ptr m_failure;
 };
@@ -79,18 +144,16 @@ void Feed(XML_Parser parser, const ExpatRecorder& recorder, const Input& input, 
           bool last) {
     if (XML_Parse(parser, data, static_cast<int>(size), last) == XML_STATUS_OK) return;
     recorder.RethrowFailure();
-    throw std::runtime_error(input.Name() + ": " + XML_ErrorString(XML_GetErrorCode(parser)) + " at line " +
-                             std::to_string(XML_GetCurrentLineNumber(parser)));
+    throw ParseFailure(input, XML_GetErrorCode(parser), XML_GetCurrentLineNumber(parser));
 }
 
 void Parse(Input& input, EventPipe& pipe) {
-    const std::unique_ptr<XML_ParserStruct, ParserFree> parser(XML_ParserCreateNS(nullptr, kNameSeparator));
+    const std::unique_ptr<XML_ParserStruct, ParserFree> parser(XML_ParserCreate(nullptr));
     if (!parser) throw std::runtime_error(input.Name() + ": out of memory");
-    ExpatRecorder recorder(parser.get(), pipe);
+    ExpatRecorder recorder(parser.get(), input, pipe);
     XML_SetUserData(parser.get(), &recorder);
     XML_SetElementHandler(parser.get(), &ExpatRecorder::OnStart, &ExpatRecorder::OnEnd);
     XML_SetCharacterDataHandler(parser.get(), &ExpatRecorder::OnText);
-    XML_SetStartNamespaceDeclHandler(parser.get(), &ExpatRecorder::OnNamespace);
     const unsigned char* data = nullptr;
     std::size_t size = 0;
     while (input.Next(data, size)) {
