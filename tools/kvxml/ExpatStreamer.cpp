@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -13,6 +12,7 @@
 #include <vector>
 
 #include "EventPipe.h"
+#include "dom/detail/ExpatParser.h"
 #include "NamespaceScope.h"
 #include "TreeStreamer.h"
 
@@ -21,10 +21,6 @@ namespace kvxml_cli {
 namespace {
 
 constexpr std::size_t kPiece = 1 << 20;
-
-struct ParserFree {
-    void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
-};
 
 std::runtime_error ParseFailure(const Input& input, XML_Error code, XML_Size line) {
     return std::runtime_error(input.Name() + ": " + XML_ErrorString(code) + " at line " + std::to_string(line));
@@ -148,7 +144,7 @@ void Feed(XML_Parser parser, const ExpatRecorder& recorder, const Input& input, 
 }
 
 void Parse(Input& input, EventPipe& pipe) {
-    const std::unique_ptr<XML_ParserStruct, ParserFree> parser(XML_ParserCreate(nullptr));
+    const KvXmlLib10::detail::ExpatParser parser(XML_ParserCreate(nullptr));
     if (!parser) throw std::runtime_error(input.Name() + ": out of memory");
     ExpatRecorder recorder(parser.get(), input, pipe);
     XML_SetUserData(parser.get(), &recorder);

@@ -15,6 +15,7 @@
 #include <string_view>
 #include <vector>
 
+#include "dom/detail/ExpatParser.h"
 #include "dom/detail/LocalText.h"
 #include "dom/detail/NameTable.h"
 #include "dom/detail/TreeBuilder.h"
@@ -54,10 +55,6 @@ public:
     static constexpr std::size_t kChunkSize = 64 * 1024;
 
 private:
-    struct ParserDeleter {
-        void operator()(XML_ParserStruct* parser) const { XML_ParserFree(parser); }
-    };
-
     template <class Action>
     static void Dispatch(void* userData, Action&& action) noexcept;
 
@@ -76,7 +73,7 @@ private:
     detail::TreeBuilder m_builder;
     detail::NameTable& m_names;
     std::unique_ptr<detail::LocalText> m_local;
-    std::unique_ptr<XML_ParserStruct, ParserDeleter> m_parser;
+    detail::ExpatParser m_parser;
     // Text of the open elements, outermost first, each from its start offset
     // on: a child's text is taken off the end when it closes, so its
     // parent's stays contiguous. An element gets its text in one piece when
